@@ -1,0 +1,10 @@
+#include "analysis/AgentScanner.h"
+
+namespace korvantis {
+
+AgentScanner::Scan AgentScanner::scanAgentsAndLimits(
+    const std::vector<ProcessSample>& /*processes*/) {
+  return {};
+}
+
+}  // namespace korvantis

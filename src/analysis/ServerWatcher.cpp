@@ -1,0 +1,10 @@
+#include "analysis/ServerWatcher.h"
+
+namespace korvantis {
+
+ServerWatcher::Evaluation ServerWatcher::evaluate(const std::vector<ProcessSample>& /*processes*/,
+                                                  const std::vector<AppGroup>& /*appGroups*/) {
+  return {};
+}
+
+}  // namespace korvantis

@@ -1,0 +1,9 @@
+#include "bridge/BridgeSocket.h"
+
+namespace korvantis {
+
+std::string BridgeSocket::defaultSocketPath() {
+  return {};
+}
+
+}  // namespace korvantis

@@ -1,0 +1,312 @@
+#include "platform/linux/LinuxProcesses.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <string>
+#include <utility>
+
+#include "platform/linux/CommandLine.h"
+#include "platform/linux/FileText.h"
+#include "platform/linux/ProcessName.h"
+#include "platform/linux/ProcessRecords.h"
+
+namespace korvantis {
+namespace {
+
+// The caller takes the length of the list for a number of bytes and divides it again.
+constexpr std::size_t longestListing = 1024;
+constexpr std::size_t descriptorLimit = 128;
+// A pass that began no new listing for this long (seconds) looks ancestors up again.
+constexpr double ancestryLife = 2.0;
+
+std::uint64_t nextInstance() {
+  static std::atomic<std::uint64_t> last{0};
+  return ++last;
+}
+
+int failure(int error, int result) {
+  errno = error;
+  return result;
+}
+
+template <typename Record>
+int answer(const Record& record, void* buffer) {
+  std::memcpy(buffer, &record, sizeof record);
+  return static_cast<int>(sizeof record);
+}
+
+/// The size that a flavor of `proc_pidinfo` fills; 0 for those that are not answered.
+std::size_t recordSize(int flavor) {
+  switch (flavor) {
+    case PROC_PIDTBSDINFO: return sizeof(proc_bsdinfo);
+    case PROC_PIDVNODEPATHINFO: return sizeof(proc_vnodepathinfo);
+    case PROC_PIDLISTFDS: return sizeof(proc_fdinfo);
+    default: return 0;
+  }
+}
+
+std::string fullName(const ProcessReading& reading) {
+  const std::string& name = reading.stat().name;
+  // Only a name of full length can have been cut; the others need no further reads.
+  if (name.size() + 1 != MAXCOMLEN) return name;
+  std::string byPath = longProcessName(name, reading.executablePath(), {});
+  if (byPath != name) return byPath;
+  return longProcessName(name, {}, CommandLine::program(reading.commandLine()));
+}
+
+std::vector<ListeningSocket> socketsFromFiles(const std::string& root) {
+  std::vector<ListeningSocket> sockets;
+  for (const bool isVersion6 : {false, true}) {
+    const std::string path = root + (isVersion6 ? "/proc/net/tcp6" : "/proc/net/tcp");
+    const auto found = parseSocketTable(readFileText(AT_FDCWD, path).text, isVersion6);
+    sockets.insert(sockets.end(), found.begin(), found.end());
+  }
+  return sockets;
+}
+
+}  // namespace
+
+LinuxProcesses::LinuxProcesses(ProcessSources processSources)
+    : sources(std::move(processSources)), instance(nextInstance()) {}
+
+ProcessPass& LinuxProcesses::pass() const {
+  struct Slot {
+    std::uint64_t instance = 0;
+    ProcessPass pass;
+  };
+  static thread_local Slot slot;
+  if (slot.instance != instance) slot = Slot{instance, {}};
+  return slot.pass;
+}
+
+ProcessPass& LinuxProcesses::newPass() const {
+  return pass() = ProcessPass{};
+}
+
+std::shared_ptr<ProcessReading> LinuxProcesses::current(std::int32_t pid) const {
+  ProcessPass& currentPass = pass();
+  if (!currentPass.reading || currentPass.reading->identity().pid != pid) {
+    currentPass.reading = ProcessReading::open(sources.root, pid);
+  }
+  return currentPass.reading;
+}
+
+int LinuxProcesses::listAllPids(void* buffer, int bufferSize) {
+  newPass();
+  if (bufferSize < 0) return failure(EINVAL, 0);
+  const std::size_t fitting = static_cast<std::size_t>(bufferSize) / sizeof(std::int32_t);
+  const auto listed = listing.list(std::min(fitting, longestListing));
+  std::vector<std::int32_t> pids;
+  pids.reserve(listed.size());
+  for (const ProcessIdentity& identity : listed) pids.push_back(identity.pid);
+  const std::size_t size = pids.size() * sizeof(std::int32_t);
+  if (size > 0) std::memcpy(buffer, pids.data(), size);
+  return static_cast<int>(size);
+}
+
+int LinuxProcesses::processInfo(int pid, int flavor, void* buffer, int bufferSize) {
+  const std::size_t needed = recordSize(flavor);
+  if (needed == 0 || bufferSize < 0 || static_cast<std::size_t>(bufferSize) < needed) {
+    return failure(needed == 0 ? EINVAL : ENOMEM, 0);
+  }
+  switch (flavor) {
+    case PROC_PIDTBSDINFO: return basicInformation(pid, buffer);
+    case PROC_PIDVNODEPATHINFO: return workingDirectory(pid, buffer);
+    default: return descriptorList(pid, buffer, static_cast<std::size_t>(bufferSize) / needed);
+  }
+}
+
+int LinuxProcesses::basicInformation(std::int32_t pid, void* buffer) {
+  pass().reading.reset();
+  const auto reading = current(pid);
+  if (!reading || reading->stat().isKernelThread) return failure(ESRCH, 0);
+  if (!rememberFacts(*reading, remembered, sources.steadySeconds())) return failure(ESRCH, 0);
+  // Callers keep figures by number alone. Missing for one tick makes them drop those of the
+  // process before, so that this one never shows them as its own.
+  if (remembered.takeNewHeir(reading->identity())) return failure(ESRCH, 0);
+  remembered.markShown({reading->identity()});
+  return answer(
+      ProcessRecords::basicInformation(reading->stat(), *reading->status(), fullName(*reading),
+                                       sources.bootNanoseconds, sources.clockTicksPerSecond),
+      buffer);
+}
+
+int LinuxProcesses::workingDirectory(std::int32_t pid, void* buffer) const {
+  const auto reading = current(pid);
+  const std::string path = reading ? reading->workingDirectory() : std::string();
+  if (path.empty()) return failure(ESRCH, 0);
+  // A cut path would be that of another folder.
+  if (path.size() >= MAXPATHLEN) return failure(ENAMETOOLONG, 0);
+  proc_vnodepathinfo record{};
+  std::memcpy(record.pvi_cdir.vip_path, path.data(), path.size());
+  return answer(record, buffer);
+}
+
+int LinuxProcesses::resourceUsage(int pid, int flavor, void* buffer) {
+  if (flavor != RUSAGE_INFO_V4) return failure(EINVAL, -1);
+  const auto reading = current(pid);
+  if (!reading) return failure(ESRCH, -1);
+  // The CPU clock goes by the number alone. Whatever is then read through the open folder proves
+  // that the number still belonged to this process.
+  auto cpu = sources.cpuNanoseconds ? sources.cpuNanoseconds(pid) : std::nullopt;
+  auto ticks = std::optional(reading->stat());
+  if (!cpu) ticks = reading->readStat();
+  if (!ticks) return failure(ESRCH, -1);
+  const std::uint64_t hertz = sources.clockTicksPerSecond;
+  if (!cpu) cpu = ProcessRecords::nanoseconds(ticks->userTicks + ticks->systemTicks, hertz);
+
+  const auto status = reading->takeStatus();
+  if (!status || status->threadGroup != pid) return failure(ESRCH, -1);
+  auto disk = reading->diskBytes();
+  if (disk) {
+    remembered.update(reading->identity(),
+                      [&](RememberedProcess& process) { process.diskBytes = *disk; });
+  } else {
+    if (!reading->isThere()) return failure(ESRCH, -1);
+    disk = heldDiskBytes(reading->identity());
+  }
+  const auto system = ProcessRecords::nanoseconds(ticks->systemTicks, hertz);
+  answer(
+      ProcessRecords::resourceUsage(*cpu, system, *status, *disk, wakeups.count(*reading, *status)),
+      buffer);
+  return 0;
+}
+
+ProcessDiskBytes LinuxProcesses::heldDiskBytes(const ProcessIdentity& identity) const {
+  // Falling to 0 and back would show as a burst of traffic in the next tick.
+  const auto kept = remembered.find(identity);
+  return kept ? kept->diskBytes : ProcessDiskBytes{};
+}
+
+int LinuxProcesses::executablePath(int pid, void* buffer, std::uint32_t bufferSize) {
+  const auto reading = current(pid);
+  const std::string path = reading ? reading->executablePath() : std::string();
+  if (path.empty()) return failure(ESRCH, 0);
+  if (path.size() >= bufferSize) return failure(ENOMEM, 0);
+  std::memcpy(buffer, path.c_str(), path.size() + 1);
+  return static_cast<int>(path.size());
+}
+
+const ListeningSockets& LinuxProcesses::listeningSockets(ProcessPass& currentPass) const {
+  if (!currentPass.sockets) {
+    auto sockets = sources.listeningSockets ? sources.listeningSockets() : std::nullopt;
+    if (!sockets) sockets = socketsFromFiles(sources.root);
+    currentPass.sockets.emplace(*sockets);
+  }
+  return *currentPass.sockets;
+}
+
+int LinuxProcesses::descriptorList(std::int32_t pid, void* buffer, std::size_t limit) const {
+  const ListeningSockets& sockets = listeningSockets(pass());
+  // Ports are all that descriptors are walked for.
+  if (!sockets.hasAny(sources.userID)) return 0;
+  const auto reading = current(pid);
+  if (!reading) return failure(ESRCH, 0);
+  const auto descriptors = reading->descriptors(std::min(limit, descriptorLimit));
+  if (!descriptors) return failure(errno, 0);
+  std::vector<proc_fdinfo> records;
+  records.reserve(descriptors->size());
+  reading->plainSockets.clear();
+  for (const std::int32_t descriptor : *descriptors) {
+    const auto link = reading->descriptorLink(descriptor);
+    if (!link) continue;
+    const auto inode = socketInode(*link);
+    if (inode && !sockets.find(*inode)) reading->plainSockets.push_back(descriptor);
+    const int type = inode ? PROX_FDTYPE_SOCKET : PROX_FDTYPE_VNODE;
+    records.push_back({descriptor, static_cast<std::uint32_t>(type)});
+  }
+  const std::size_t size = records.size() * sizeof(proc_fdinfo);
+  if (size > 0) std::memcpy(buffer, records.data(), size);
+  return static_cast<int>(size);
+}
+
+int LinuxProcesses::descriptorInfo(int pid, int descriptor, int flavor, void* buffer,
+                                   int bufferSize) {
+  if (flavor != PROC_PIDFDSOCKETINFO) return failure(EINVAL, 0);
+  if (bufferSize < static_cast<int>(sizeof(socket_fdinfo))) return failure(ENOMEM, 0);
+  const auto reading = current(pid);
+  if (!reading) return failure(ESRCH, 0);
+  const auto& plain = reading->plainSockets;
+  if (std::binary_search(plain.begin(), plain.end(), descriptor)) {
+    return answer(ProcessRecords::plainSocket(), buffer);
+  }
+  // Read anew: since the listing the number may have been closed, or opened on something else.
+  const auto link = reading->descriptorLink(descriptor);
+  const auto inode = link ? socketInode(*link) : std::nullopt;
+  if (!inode) return failure(EBADF, 0);
+  const auto socket = listeningSockets(pass()).find(*inode);
+  return answer(socket ? ProcessRecords::listeningSocket(*socket) : ProcessRecords::plainSocket(),
+                buffer);
+}
+
+std::optional<ProcessAncestry> LinuxProcesses::ancestry(std::int32_t pid) const {
+  ProcessPass& currentPass = pass();
+  const auto found = currentPass.ancestry.find(pid);
+  if (found != currentPass.ancestry.end()) return found->second;
+  const auto& shown = currentPass.reading;
+  const auto reading =
+      shown && shown->identity().pid == pid ? shown : ProcessReading::open(sources.root, pid);
+  std::optional<ProcessAncestry> facts;
+  if (reading) {
+    const ProcessStat& stat = reading->stat();
+    facts = ProcessAncestry{stat.startTicks, stat.parent, stat.session, reading->executablePath()};
+  }
+  currentPass.ancestry.emplace(pid, facts);
+  return facts;
+}
+
+std::int32_t LinuxProcesses::responsiblePid(std::int32_t pid) {
+  ProcessPass& currentPass = pass();
+  const double now = sources.steadySeconds();
+  if (currentPass.ancestry.empty() || now - currentPass.ancestrySince >= ancestryLife) {
+    currentPass.ancestry.clear();
+    currentPass.ancestrySince = now;
+  }
+  const auto reading = current(pid);
+  if (!reading) return failure(ESRCH, 0);
+  const auto earlier = currentPass.ancestry.find(pid);
+  const bool isAnother =
+      earlier != currentPass.ancestry.end() &&
+      (!earlier->second || earlier->second->startTicks != reading->identity().startTicks);
+  if (isAnother) currentPass.ancestry.erase(earlier);
+  const auto kept = remembered.find(reading->identity());
+  const ResponsibleProcess search([this](std::int32_t number) { return ancestry(number); });
+  const auto found = search.find(pid, kept ? kept->responsible : ProcessIdentity{});
+  remembered.update(reading->identity(),
+                    [&](RememberedProcess& process) { process.responsible = found; });
+  return found.pid;
+}
+
+int LinuxProcesses::argumentBlock(const int* name, unsigned nameLength, void* oldValue,
+                                  std::size_t* oldSize) {
+  if (nameLength != 3 || name[0] != CTL_KERN || name[1] != KERN_PROCARGS2) {
+    return failure(ENOENT, -1);
+  }
+  const auto reading = current(name[2]);
+  if (!reading) return failure(ESRCH, -1);
+  // The question for the size is followed by that for the block; both are one and the same read,
+  // so that the block has the size that was told.
+  std::string block = std::exchange(reading->keptArgumentBlock, {});
+  if (oldValue == nullptr || block.empty()) {
+    block = CommandLine::argumentBlock(reading->executablePath(), reading->commandLine());
+  }
+  if (block.empty()) return failure(EINVAL, -1);
+  const std::size_t size = block.size();
+  if (oldValue == nullptr) {
+    reading->keptArgumentBlock = std::move(block);
+  } else {
+    if (*oldSize < size) return failure(ENOMEM, -1);
+    std::memcpy(oldValue, block.data(), size);
+  }
+  *oldSize = size;
+  return 0;
+}
+
+int LinuxProcesses::kill(std::int32_t pid, int signal) const {
+  return signals.send(pid, signal);
+}
+
+}  // namespace korvantis

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <cstdint>
+#include <limits>
+#include <mutex>
+#include <optional>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/linux/ProcessDiskBytes.h"
+#include "platform/linux/ProcessIdentity.h"
+
+namespace korvantis {
+
+/// What is kept of a process between calls.
+struct RememberedProcess {
+  std::uint64_t startTicks = 0;
+  std::uint32_t userID = 0;
+  bool isKernelThread = false;
+  /// When the facts above were last read, in steady seconds.
+  double checkedAt = -std::numeric_limits<double>::infinity();
+  /// Whether somebody has been told of it.
+  bool wasShown = false;
+  /// It has the number of a process that somebody had been told of, and has not been told of
+  /// itself.
+  bool isNewHeir = false;
+  /// The last disk counters that could be read.
+  ProcessDiskBytes diskBytes;
+  /// The sum of voluntary switches, and when it is due again.
+  std::uint64_t wakeups = 0;
+  double wakeupsDueAt = -std::numeric_limits<double>::infinity();
+  /// The last responsible process that was found for it; pid 0 for none.
+  ProcessIdentity responsible;
+};
+
+/// What is known of processes between calls, one for each number. Any thread.
+class RememberedProcesses {
+ public:
+  /// What is kept of the process that was last seen under this number.
+  std::optional<RememberedProcess> find(std::int32_t pid) const;
+
+  /// What is kept of exactly this process.
+  std::optional<RememberedProcess> find(const ProcessIdentity& identity) const;
+
+  /// What is kept under each of these numbers.
+  std::vector<std::optional<RememberedProcess>> findAll(
+      const std::vector<std::int32_t>& pids) const;
+
+  /// Changes what is kept of this process through `change`, which must not call back. A process
+  /// that began later takes the place of an earlier one of its number, never the other way round:
+  /// of two overlapping passes the slower one must not bring a dead process back.
+  template <typename Change>
+  void update(const ProcessIdentity& identity, const Change& change) {
+    const std::lock_guard guard(lock);
+    const auto [entry, isNew] = processes.try_emplace(identity.pid);
+    RememberedProcess& kept = entry->second;
+    if (!isNew && kept.startTicks > identity.startTicks) return;
+    if (isNew || kept.startTicks < identity.startTicks) {
+      const bool isNewHeir = kept.wasShown || kept.isNewHeir;
+      kept = RememberedProcess{};
+      kept.startTicks = identity.startTicks;
+      kept.isNewHeir = isNewHeir;
+    }
+    change(kept);
+  }
+
+  /// Marks processes as shown, each under the number and start that it was found with.
+  void markShown(const std::vector<ProcessIdentity>& identities);
+
+  /// Whether this process has just come by a number that somebody knows as another's; says so
+  /// once.
+  bool takeNewHeir(const ProcessIdentity& identity);
+
+  /// Forgets every process whose number is not in `pids` and that was last checked before
+  /// `checkedBefore` (one that came since the numbers were read is not in them yet).
+  void forgetAllBut(const std::vector<std::int32_t>& pids, double checkedBefore);
+
+  /// How many processes are kept.
+  std::size_t count() const;
+
+ private:
+  mutable std::mutex lock;
+  std::unordered_map<std::int32_t, RememberedProcess> processes;
+};
+
+}  // namespace korvantis

@@ -1,0 +1,70 @@
+#include "platform/linux/TextFields.h"
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+
+namespace korvantis {
+namespace {
+
+constexpr std::string_view blanks = " \t\n\r";
+
+template <typename Number>
+std::optional<Number> wholeNumber(std::string_view text, int base) {
+  Number value = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, value, base);
+  if (error != std::errc{} || stop != end) return std::nullopt;
+  return value;
+}
+
+}  // namespace
+
+std::optional<std::uint64_t> unsignedNumber(std::string_view text, int base) {
+  return wholeNumber<std::uint64_t>(text, base);
+}
+
+std::optional<std::int64_t> signedNumber(std::string_view text) {
+  return wholeNumber<std::int64_t>(text, 10);
+}
+
+std::string_view takeWord(std::string_view& text) {
+  text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
+  const std::string_view word = text.substr(0, text.find_first_of(blanks));
+  text.remove_prefix(word.size());
+  return word;
+}
+
+std::string_view takeLine(std::string_view& text) {
+  const std::size_t end = text.find('\n');
+  const std::string_view line = text.substr(0, end);
+  text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+  return line;
+}
+
+std::optional<std::string_view> lineField(std::string_view text, std::string_view name) {
+  while (text.find('\n') != std::string_view::npos) {
+    const std::string_view line = takeLine(text);
+    if (line.size() > name.size() && line.starts_with(name) && line[name.size()] == ':') {
+      return line.substr(name.size() + 1);
+    }
+  }
+  return std::nullopt;
+}
+
+std::optional<std::uint64_t> kilobytesField(std::string_view text, std::string_view name) {
+  auto line = lineField(text, name);
+  if (!line) return std::nullopt;
+  const auto kilobytes = unsignedNumber(takeWord(*line));
+  if (!kilobytes || takeWord(*line) != "kB") return std::nullopt;
+  if (*kilobytes > std::numeric_limits<std::uint64_t>::max() / 1024) return std::nullopt;
+  return *kilobytes * 1024;
+}
+
+std::optional<std::uint64_t> numberField(std::string_view text, std::string_view name) {
+  auto line = lineField(text, name);
+  if (!line) return std::nullopt;
+  return unsignedNumber(takeWord(*line));
+}
+
+}  // namespace korvantis

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "platform/RunningApplicationCalls.h"
+
+namespace korvantis {
+
+/// The running applications that `NSRunningApplication` knows.
+RunningApplicationCalls systemRunningApplicationCalls();
+
+}  // namespace korvantis

@@ -1,0 +1,7 @@
+#include "state/AppAlertsStore.h"
+
+namespace korvantis {
+
+AppAlertsStore::AppAlertsStore(QObject* parent) : QObject(parent) {}
+
+}  // namespace korvantis

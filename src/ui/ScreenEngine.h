@@ -1,0 +1,10 @@
+#pragma once
+
+class QQmlEngine;
+
+namespace korvantis {
+
+/// Teaches `engine` where the screens are and how to draw system symbols. Main thread.
+void prepareScreens(QQmlEngine& engine);
+
+}  // namespace korvantis

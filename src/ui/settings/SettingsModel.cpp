@@ -1,0 +1,43 @@
+#include "ui/settings/SettingsModel.h"
+
+#include "ui/views/Choices.h"
+
+namespace korvantis {
+
+void SettingsModel::setLook(LookStore* look) {
+  if (look_ == look) return;
+  if (look_) look_->disconnect(this);
+  look_ = look;
+  if (look_) {
+    connect(look_, &LookStore::systemIsDarkChanged, this, &SettingsModel::systemLookTextChanged);
+    connect(look_, &LookStore::themeModeChanged, this, &SettingsModel::themeModeTextChanged);
+  }
+  emit lookChanged();
+  emit systemLookTextChanged();
+  emit themeModeTextChanged();
+}
+
+QList<Choice> SettingsModel::themeModes() const {
+  return Choices::themeModes();
+}
+QList<Choice> SettingsModel::intervals() const {
+  return Choices::intervals();
+}
+
+QString SettingsModel::systemLookText() const {
+  if (!look_) return {};
+  return look_->systemIsDark() ? QStringLiteral("macOS System is currently Dark")
+                               : QStringLiteral("macOS System is currently Light");
+}
+
+QString SettingsModel::themeModeText() const {
+  if (!look_) return {};
+  switch (look_->themeMode()) {
+    case AppThemeMode::system: return QStringLiteral("Matches macOS automatically");
+    case AppThemeMode::dark: return QStringLiteral("Always stay in Dark Mode");
+    case AppThemeMode::light: return QStringLiteral("Always stay in Light Mode");
+  }
+  return {};
+}
+
+}  // namespace korvantis

@@ -1,0 +1,41 @@
+#include "ui/theme/SymbolImageProvider.h"
+
+#include <QPainter>
+#include <QSvgRenderer>
+
+#include "ui/theme/SymbolCatalogue.h"
+
+namespace korvantis {
+
+namespace {
+
+/// For an item that asks for no size of its own.
+constexpr QSize defaultSize(16, 16);
+
+}  // namespace
+
+QImage tintedSymbol(const QString& symbolName, const QColor& color, const QSize& size) {
+  QImage image(size, QImage::Format_ARGB32_Premultiplied);
+  image.fill(Qt::transparent);
+  const QString path = SymbolCatalogue::glyphPath(symbolName);
+  if (path.isEmpty()) return image;
+  QSvgRenderer renderer(path);
+  QPainter painter(&image);
+  renderer.render(&painter);
+  painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+  painter.fillRect(image.rect(), color);
+  return image;
+}
+
+SymbolImageProvider::SymbolImageProvider() : QQuickImageProvider(QQuickImageProvider::Image) {}
+
+QImage SymbolImageProvider::requestImage(const QString& id, QSize* size,
+                                         const QSize& requestedSize) {
+  const QString symbolName = id.section(u'/', 0, 0);
+  const QColor color(u'#' + id.section(u'/', 1, 1));
+  const QSize pixels = requestedSize.isEmpty() ? defaultSize : requestedSize;
+  if (size) *size = pixels;
+  return tintedSymbol(symbolName, color, pixels);
+}
+
+}  // namespace korvantis

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QObject>
+#include <QQmlEngine>
+#include <QString>
+#include <memory>
+#include <vector>
+
+#include "state/MonitorStore.h"
+#include "ui/ScriptedStore.h"
+
+namespace korvantis {
+
+/// What the tests of the screens reach for: a store over a scripted engine, and the machine that
+/// the engine reports.
+class ScreenFixture : public QObject {
+  Q_OBJECT
+  Q_PROPERTY(korvantis::MonitorStore* store READ store NOTIFY storeChanged FINAL)
+  Q_PROPERTY(int ticks READ ticks FINAL)
+  Q_PROPERTY(QString stopped READ stopped FINAL)
+
+ public:
+  using QObject::QObject;
+
+  MonitorStore* store() { return &scripted_->store(); }
+  int ticks() const { return scripted_->ticks; }
+  /// Everything that was asked to stop, one word each, such as "quit:daemon:app" or "kill:7".
+  QString stopped() const;
+
+  /// A fresh store, as at launch.
+  Q_INVOKABLE void reset();
+  /// From the next tick on the machine has these applications, of one process each.
+  Q_INVOKABLE void setGroups(int count, const QString& namePrefix = QStringLiteral("application"));
+  Q_INVOKABLE void setStrain(bool strained);
+  Q_INVOKABLE void setInsights(int count);
+  Q_INVOKABLE void tick();
+
+ signals:
+  void storeChanged();
+
+ private:
+  std::vector<std::unique_ptr<ScriptedStore>> old_;
+  std::unique_ptr<ScriptedStore> scripted_ = std::make_unique<ScriptedStore>();
+};
+
+/// Prepares the engine of a test file.
+class ScreenTestSetup : public QObject {
+  Q_OBJECT
+
+ public:
+  /// How often the screens' own code went wrong: a binding that fails is only a warning, but one
+  /// warning is too many.
+  int complaints() const { return complaints_; }
+
+ public slots:
+  void applicationAvailable();
+  void qmlEngineAvailable(QQmlEngine* engine);
+
+ private:
+  int complaints_ = 0;
+};
+
+}  // namespace korvantis
