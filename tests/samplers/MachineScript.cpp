@@ -141,7 +141,9 @@ std::optional<std::vector<IORegistryEntry>> MachineScript::match(const std::stri
   note("match " + className);
   if (classesThatFailToMatch.contains(className)) return std::nullopt;
   std::vector<IORegistryEntry> entries;
-  for (const auto& properties : services[className]) {
+  const auto found = services.find(className);
+  if (found == services.end()) return entries;
+  for (const auto& properties : found->second) {
     entries.push_back({.createCFProperties =
                            [this, className, properties] {
                              note("properties " + className);
