@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Clock.h"
+#include "platform/FileManagerCalls.h"
 #include "platform/IORegistryCalls.h"
 #include "platform/LibProcCalls.h"
 #include "platform/MachHostCalls.h"
@@ -26,6 +27,7 @@ struct PlatformCalls {
   MachHostCalls machHost;
   IORegistryCalls ioRegistry;
   VolumeCalls volumes;
+  FileManagerCalls files;
   PropertyListCalls propertyLists;
   RunningApplicationCalls runningApplications;
 };

@@ -108,6 +108,7 @@ PlatformCalls systemPlatformCalls() {
     *info = mach_timebase_info_data_t{1, 1};
     return 0;
   };
+  calls.files = systemFileManagerCalls();
   calls.propertyLists.dictionaryWithContentsOfFile = readPropertyListFile;
   calls.runningApplications = noRunningApplications();
   addMachineCalls(calls, systemMachineSources());

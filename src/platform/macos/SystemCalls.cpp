@@ -81,6 +81,7 @@ PlatformCalls systemPlatformCalls() {
     return ::mach_timebase_info(info);
   };
   addMachineCalls(calls);
+  calls.files = systemFileManagerCalls();
   calls.propertyLists.dictionaryWithContentsOfFile = readPropertyListFile;
   calls.runningApplications = systemRunningApplicationCalls();
   return calls;

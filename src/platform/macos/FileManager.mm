@@ -1,0 +1,81 @@
+#import <Foundation/Foundation.h>
+
+#include "platform/FileManagerCalls.h"
+
+namespace korvantis {
+namespace {
+
+NSString* textOf(const std::string& path) {
+  return [NSString stringWithUTF8String:path.c_str()] ?: @"";
+}
+
+std::string bytesOf(NSString* text) {
+  return text == nil ? "" : text.fileSystemRepresentation;
+}
+
+std::vector<std::string> directories(NSSearchPathDirectory kind) {
+  std::vector<std::string> paths;
+  @autoreleasepool {
+    for (NSURL* url in [NSFileManager.defaultManager URLsForDirectory:kind
+                                                            inDomains:NSUserDomainMask]) {
+      paths.push_back(bytesOf(url.path));
+    }
+  }
+  return paths;
+}
+
+std::optional<DirectoryEnumerator> enumerator(const std::string& path) {
+  @autoreleasepool {
+    NSDirectoryEnumerator* const walk =
+        [NSFileManager.defaultManager enumeratorAtPath:textOf(path)];
+    if (walk == nil) return std::nullopt;
+    return [walk]() -> std::optional<std::string> {
+      @autoreleasepool {
+        NSString* const next = [walk nextObject];
+        if (next == nil) return std::nullopt;
+        return bytesOf(next);
+      }
+    };
+  }
+}
+
+std::optional<std::uint64_t> sizeOfItem(const std::string& path) {
+  @autoreleasepool {
+    NSNumber* const size = [NSFileManager.defaultManager attributesOfItemAtPath:textOf(path)
+                                                                          error:nil][NSFileSize];
+    if (size == nil) return std::nullopt;
+    return size.unsignedLongLongValue;
+  }
+}
+
+bool createFolder(const std::string& path) {
+  @autoreleasepool {
+    return [NSFileManager.defaultManager createDirectoryAtPath:textOf(path)
+                                   withIntermediateDirectories:YES
+                                                    attributes:@{NSFilePosixPermissions : @0700}
+                                                         error:nil] == YES;
+  }
+}
+
+}  // namespace
+
+FileManagerCalls systemFileManagerCalls() {
+  FileManagerCalls calls;
+  calls.homeDirectoryForCurrentUser = [] {
+    return bytesOf(NSFileManager.defaultManager.homeDirectoryForCurrentUser.path);
+  };
+  calls.fileExistsAtPath = [](const std::string& path) {
+    return [NSFileManager.defaultManager fileExistsAtPath:textOf(path)] == YES;
+  };
+  calls.enumeratorAtPath = enumerator;
+  calls.fileSize = sizeOfItem;
+  calls.applicationSupportDirectories = [] {
+    return directories(NSApplicationSupportDirectory);
+  };
+  calls.downloadsDirectories = [] { return directories(NSDownloadsDirectory); };
+  calls.temporaryDirectory = [] { return bytesOf(NSTemporaryDirectory()); };
+  calls.createDirectory = createFolder;
+  return calls;
+}
+
+}  // namespace korvantis
