@@ -9,9 +9,9 @@
 #include "analysis/BundleSearch.h"
 #include "analysis/GroupBucket.h"
 #include "analysis/HelperRoleWords.h"
-#include "analysis/LowerCase.h"
 #include "analysis/PathNames.h"
 #include "analysis/StableMergeSort.h"
+#include "core/LowerCase.h"
 #include "platform/PropertyValue.h"
 
 namespace korvantis {

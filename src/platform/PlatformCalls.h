@@ -6,6 +6,7 @@
 #include "platform/LibProcCalls.h"
 #include "platform/MachHostCalls.h"
 #include "platform/PosixCalls.h"
+#include "platform/PowerCalls.h"
 #include "platform/ProcessInfoCalls.h"
 #include "platform/PropertyListCalls.h"
 #include "platform/RandomCalls.h"
@@ -26,6 +27,7 @@ struct PlatformCalls {
   SysctlCalls sysctl;
   MachHostCalls machHost;
   IORegistryCalls ioRegistry;
+  PowerCalls power;
   VolumeCalls volumes;
   FileManagerCalls files;
   PropertyListCalls propertyLists;

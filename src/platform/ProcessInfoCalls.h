@@ -12,6 +12,10 @@ struct ProcessInfoCalls {
 
   /// Logical processor cores, at least 1.
   std::function<std::int64_t()> processorCount;
+
+  /// How hot the machine is (`NSProcessInfo` `thermalState`): 0 nominal, 1 fair, 2 serious,
+  /// 3 critical.
+  std::function<std::int64_t()> thermalState;
 };
 
 /// The operating system's own answers.

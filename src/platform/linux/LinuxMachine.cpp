@@ -163,9 +163,10 @@ std::optional<std::vector<IORegistryEntry>> LinuxMachine::matchingServices(
 std::optional<VolumeResourceValues> LinuxMachine::volumeValues(const std::string& path) const {
   struct statvfs volume {};
   if (::statvfs((root + path).c_str(), &volume) != 0) return std::nullopt;
-  return VolumeResourceValues{
-      .totalCapacity = capacity(volume.f_blocks, volume.f_frsize),
-      .availableCapacityForImportantUsage = capacity(volume.f_bavail, volume.f_frsize)};
+  VolumeResourceValues values;
+  values.totalCapacity = capacity(volume.f_blocks, volume.f_frsize);
+  values.availableCapacityForImportantUsage = capacity(volume.f_bavail, volume.f_frsize);
+  return values;
 }
 
 }  // namespace korvantis

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/PlatformCalls.h"
+#include "platform/SMCCalls.h"
 #include "platform/linux/LinuxProcesses.h"
 #include "platform/linux/MachineCalls.h"
 #include "platform/linux/MemoryInformation.h"
@@ -85,7 +86,14 @@ RandomCalls systemRandomCalls() {
 ProcessInfoCalls systemProcessInfoCalls() {
   return ProcessInfoCalls{
       [] { return physicalMemoryBytes("/"); },
-      [] { return std::max<std::int64_t>(::sysconf(_SC_NPROCESSORS_ONLN), 1); }};
+      [] { return std::max<std::int64_t>(::sysconf(_SC_NPROCESSORS_ONLN), 1); },
+      [] { return std::int64_t{0}; }};
+}
+
+SMCCalls systemSMCCalls() {
+  SMCCalls calls;
+  calls.IOServiceGetMatchingService = [](const char*) { return std::uint32_t{0}; };
+  return calls;
 }
 
 PlatformCalls systemPlatformCalls() {
@@ -111,6 +119,9 @@ PlatformCalls systemPlatformCalls() {
   calls.files = systemFileManagerCalls();
   calls.propertyLists.dictionaryWithContentsOfFile = readPropertyListFile;
   calls.runningApplications = noRunningApplications();
+  calls.power.powerSources = [] { return std::nullopt; };
+  calls.power.IOPMCopyAssertionsByProcess = [] { return std::nullopt; };
+  calls.volumes.mountedVolumePaths = [] { return std::nullopt; };
   addMachineCalls(calls, systemMachineSources());
   return calls;
 }

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "platform/macos/FoundationValues.h"
+#include "platform/macos/VolumesAndPower.h"
 
 namespace korvantis {
 namespace {
@@ -69,25 +70,6 @@ std::optional<std::vector<IORegistryEntry>> matchingServices(const std::string& 
   return entriesOf(iterator);
 }
 
-std::optional<VolumeResourceValues> resourceValues(const std::string& path) {
-  const OwnedFoundationValue url(CFURLCreateFromFileSystemRepresentation(
-      kCFAllocatorDefault, reinterpret_cast<const UInt8*>(path.data()),
-      static_cast<CFIndex>(path.size()), true));
-  if (!url) return std::nullopt;
-  const void* keys[] = {kCFURLVolumeTotalCapacityKey,
-                        kCFURLVolumeAvailableCapacityForImportantUsageKey};
-  const OwnedFoundationValue wanted(
-      CFArrayCreate(kCFAllocatorDefault, keys, 2, &kCFTypeArrayCallBacks));
-  const OwnedFoundationValue values(CFURLCopyResourcePropertiesForKeys(
-      static_cast<CFURLRef>(url.get()), static_cast<CFArrayRef>(wanted.get()), nullptr));
-  if (!values) return std::nullopt;
-  const auto dictionary = static_cast<CFDictionaryRef>(values.get());
-  return VolumeResourceValues{
-      .totalCapacity = wholeNumberOf(CFDictionaryGetValue(dictionary, keys[0])),
-      .availableCapacityForImportantUsage =
-          wholeNumberOf(CFDictionaryGetValue(dictionary, keys[1]))};
-}
-
 /// The send right of the host port, taken once: each call of mach_host_self adds a reference.
 host_t hostPort() {
   static const host_t port = mach_host_self();
@@ -123,7 +105,8 @@ void addMachineCalls(PlatformCalls& calls) {
     return ::getloadavg(averages, count);
   };
   calls.ioRegistry.matchingServices = matchingServices;
-  calls.volumes.resourceValues = resourceValues;
+  calls.volumes = systemVolumeCalls();
+  calls.power = systemPowerCalls();
 }
 
 }  // namespace korvantis

@@ -11,6 +11,7 @@
 #include "platform/macos/PropertyListFile.h"
 #include "platform/macos/RunningApplications.h"
 #include "platform/macos/ShownProcesses.h"
+#include "platform/macos/ThermalState.h"
 
 namespace korvantis {
 namespace {
@@ -65,7 +66,8 @@ RandomCalls systemRandomCalls() {
 
 ProcessInfoCalls systemProcessInfoCalls() {
   return ProcessInfoCalls{
-      physicalMemory, [] { return std::max<std::int64_t>(::sysconf(_SC_NPROCESSORS_ONLN), 1); }};
+      physicalMemory, [] { return std::max<std::int64_t>(::sysconf(_SC_NPROCESSORS_ONLN), 1); },
+      processInfoThermalState};
 }
 
 PlatformCalls systemPlatformCalls() {

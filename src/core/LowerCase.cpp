@@ -1,4 +1,4 @@
-#include "analysis/LowerCase.h"
+#include "core/LowerCase.h"
 
 #include <cstdint>
 #include <unicode/bytestream.h>

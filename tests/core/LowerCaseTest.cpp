@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "analysis/LowerCase.h"
+#include "core/LowerCase.h"
 
 namespace korvantis {
 namespace {
