@@ -25,8 +25,23 @@ std::optional<std::int64_t> numberProperty(const PropertyMap& map, const std::st
   return static_cast<std::int64_t>(*real);
 }
 
+std::optional<double> realNumberProperty(const PropertyMap& map, const std::string& key) {
+  if (const auto whole = wholeNumberProperty(map, key)) return static_cast<double>(*whole);
+  const auto* real = property<double>(map, key);
+  return real ? std::optional(*real) : std::nullopt;
+}
+
+std::optional<bool> flagProperty(const PropertyMap& map, const std::string& key) {
+  const auto* flag = property<bool>(map, key);
+  return flag ? std::optional(*flag) : std::nullopt;
+}
+
 const PropertyMap* mapProperty(const PropertyMap& map, const std::string& key) {
   return property<PropertyMap>(map, key);
+}
+
+const PropertyValue::List* listProperty(const PropertyMap& map, const std::string& key) {
+  return property<PropertyValue::List>(map, key);
 }
 
 }  // namespace korvantis

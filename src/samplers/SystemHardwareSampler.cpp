@@ -4,20 +4,28 @@
 #include <array>
 #include <utility>
 
-#include "samplers/AppleSMCReader.h"
+#include "samplers/BatteryFigures.h"
+#include "samplers/BluetoothPeripheralList.h"
 #include "samplers/CPULoad.h"
 #include "samplers/DiskCounters.h"
+#include "samplers/GPURegistry.h"
 #include "samplers/HardwareSurvey.h"
 #include "samplers/InterfaceCounters.h"
 #include "samplers/MachineRates.h"
 #include "samplers/MemoryFigures.h"
 #include "samplers/MemoryReadings.h"
+#include "samplers/MountedVolumeList.h"
+#include "samplers/NeuralEngineClients.h"
+#include "samplers/SleepBlockerList.h"
 #include "samplers/SysctlHelper.h"
 
 namespace korvantis {
 namespace {
 
 constexpr double firstSampleSeconds = 1.0;
+// The system tells that the Neural Engine is held, never how busy it is: these stand for "held".
+constexpr double heldNeuralEnginePercent = 18.5;
+constexpr double heldNeuralEngineWatts = 1.4;
 constexpr std::uint64_t unknownDiskTotalBytes = std::uint64_t{512} << 30;
 constexpr std::uint64_t unknownDiskFreeBytes = std::uint64_t{128} << 30;
 
@@ -27,7 +35,8 @@ std::uint64_t capacity(std::optional<std::int64_t> told, std::uint64_t unknown) 
 
 }  // namespace
 
-SystemHardwareSampler::SystemHardwareSampler(PlatformCalls platform) : calls(std::move(platform)) {}
+SystemHardwareSampler::SystemHardwareSampler(PlatformCalls platform, AppleSMCReader& thermalReader)
+    : calls(std::move(platform)), thermal(thermalReader) {}
 
 HardwareInfo SystemHardwareSampler::readHardwareInfo() {
   {
@@ -40,8 +49,8 @@ HardwareInfo SystemHardwareSampler::readHardwareInfo() {
   return info;
 }
 
-GPUTimeByPID SystemHardwareSampler::readPerPIDGPUTime() {
-  return {};
+GPUTimeByPID SystemHardwareSampler::readPerPIDGPUTime() const {
+  return readGPUTimeByPID(calls.ioRegistry);
 }
 
 SystemSample SystemHardwareSampler::sampleSystem(
@@ -68,7 +77,7 @@ SystemSample SystemHardwareSampler::sampleSystem(
   sampleDisk(sample, elapsed);
   sampleNetwork(sample, elapsed);
   sample.battery = sampleBattery();
-  sample.thermal = AppleSMCReader::shared().sampleThermal(sample.cpuPercent, sample.gpuPercent);
+  sample.thermal = thermal.sampleThermal(sample.cpuPercent, sample.gpuPercent);
   return sample;
 }
 
@@ -120,9 +129,18 @@ void SystemHardwareSampler::sampleMemory(SystemSample& sample) const {
 }
 
 GPUAndANESample SystemHardwareSampler::sampleGPUAndANE(
-    const std::optional<std::string>& fallbackANEHolder) {
+    const std::optional<std::string>& fallbackANEHolder) const {
   GPUAndANESample sample;
+  const GPUFigures gpu = readGPUFigures(calls.ioRegistry);
+  sample.gpuMemoryBytes = gpu.memoryBytes;
+  const std::vector<std::string> clients = readNeuralEngineClients(calls.ioRegistry);
   sample.aneHolder = fallbackANEHolder;
+  if (!clients.empty()) {
+    sample.anePercent = heldNeuralEnginePercent;
+    sample.aneWatts = heldNeuralEngineWatts;
+    sample.aneHolder = clients.back();
+  }
+  sample.gpuPercent = std::clamp(gpu.percent, 0.0, 100.0);
   return sample;
 }
 
@@ -165,20 +183,20 @@ void SystemHardwareSampler::sampleNetwork(SystemSample& sample, double elapsed) 
   sample.networkOutBytesPerSec = machineRate(previous.outBytes, totals.outBytes, elapsed);
 }
 
-std::optional<BatterySample> SystemHardwareSampler::sampleBattery() {
-  return std::nullopt;
+std::optional<BatterySample> SystemHardwareSampler::sampleBattery() const {
+  return readBattery(calls.power, calls.ioRegistry);
 }
 
-std::vector<SleepBlocker> SystemHardwareSampler::sampleSleepBlockers() {
-  return {};
+std::vector<SleepBlocker> SystemHardwareSampler::sampleSleepBlockers() const {
+  return readSleepBlockers(calls.power);
 }
 
-std::vector<BluetoothPeripheral> SystemHardwareSampler::sampleBluetoothPeripherals() {
-  return {};
+std::vector<BluetoothPeripheral> SystemHardwareSampler::sampleBluetoothPeripherals() const {
+  return readBluetoothPeripherals(calls.ioRegistry);
 }
 
-std::vector<MountedVolume> SystemHardwareSampler::sampleMountedVolumes() {
-  return {};
+std::vector<MountedVolume> SystemHardwareSampler::sampleMountedVolumes() const {
+  return readMountedVolumes(calls.volumes);
 }
 
 }  // namespace korvantis

@@ -14,6 +14,7 @@
 #include "core/SleepBlocker.h"
 #include "core/SystemSample.h"
 #include "platform/PlatformCalls.h"
+#include "samplers/AppleSMCReader.h"
 #include "samplers/CoreTicks.h"
 #include "samplers/GPUAndANESample.h"
 #include "samplers/GPUTimeByPID.h"
@@ -26,43 +27,47 @@ namespace korvantis {
 /// stand in. Any thread; samples may overlap.
 class SystemHardwareSampler {
  public:
-  /// Asks `platform` for everything.
-  explicit SystemHardwareSampler(PlatformCalls platform);
+  /// Asks `platform` for everything but temperatures, power and fans, which come from
+  /// `thermalReader`; that must outlive it.
+  explicit SystemHardwareSampler(PlatformCalls platform,
+                                 AppleSMCReader& thermalReader = AppleSMCReader::shared());
 
   /// What the machine is. The system is asked once; later calls give the same record.
   HardwareInfo readHardwareInfo();
 
-  /// GPU time that each process has used since it began, in nanoseconds. For now empty.
-  GPUTimeByPID readPerPIDGPUTime();
+  /// GPU time that each process has used since it began, in nanoseconds; empty when the
+  /// system tells nothing.
+  GPUTimeByPID readPerPIDGPUTime() const;
 
   /// The figures of this moment. Rates are measured since the last sample of any caller, those of
   /// disk and network over at least 0.2 s; the first sample has none. `topProcessForANE` names
   /// the holder of the Neural Engine where the system does not.
   SystemSample sampleSystem(const std::optional<std::string>& topProcessForANE);
 
-  /// The state of the battery. For now absent.
-  std::optional<BatterySample> sampleBattery();
+  /// The state of the battery: always there, with fixed figures on a machine without one.
+  std::optional<BatterySample> sampleBattery() const;
 
-  /// What keeps the machine awake, by process name. For now empty.
-  std::vector<SleepBlocker> sampleSleepBlockers();
+  /// What keeps the machine awake, by process name.
+  std::vector<SleepBlocker> sampleSleepBlockers() const;
 
-  /// The connected Bluetooth devices with a battery. For now empty.
-  std::vector<BluetoothPeripheral> sampleBluetoothPeripherals();
+  /// The connected Bluetooth devices with a battery.
+  std::vector<BluetoothPeripheral> sampleBluetoothPeripherals() const;
 
-  /// The mounted volumes. For now empty.
-  std::vector<MountedVolume> sampleMountedVolumes();
+  /// The mounted volumes that people know of.
+  std::vector<MountedVolume> sampleMountedVolumes() const;
 
  private:
   double exchangeSampleDate(Instant now);
   void sampleCPU(SystemSample& sample);
   void sampleLoadAverages(SystemSample& sample) const;
   void sampleMemory(SystemSample& sample) const;
-  GPUAndANESample sampleGPUAndANE(const std::optional<std::string>& fallbackANEHolder);
+  GPUAndANESample sampleGPUAndANE(const std::optional<std::string>& fallbackANEHolder) const;
   void sampleDisk(SystemSample& sample, double elapsed);
   void sampleRootVolume(SystemSample& sample) const;
   void sampleNetwork(SystemSample& sample, double elapsed);
 
   const PlatformCalls calls;
+  AppleSMCReader& thermal;
 
   /// Guards the fields below, for a short exchange each. Never held while asking the system.
   std::mutex lock;

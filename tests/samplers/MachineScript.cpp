@@ -59,6 +59,12 @@ PlatformCalls MachineScript::platform() {
     note("resourceValues " + path);
     return rootVolume;
   };
+  calls.volumes.mountedVolumePaths = [] { return std::nullopt; };
+  calls.power.powerSources = [this] {
+    note("powerSources");
+    return std::nullopt;
+  };
+  calls.power.IOPMCopyAssertionsByProcess = [] { return std::nullopt; };
   return calls;
 }
 

@@ -35,8 +35,10 @@ TEST_F(SystemHardwareSamplerTest, AsksInOneFixedOrder) {
               ElementsAre("now", "host_processor_info", "getloadavg", "physicalMemory",
                           "host_statistics64", "host_page_size", "sysctlbyname vm.swapusage",
                           "sysctlbyname kern.memorystatus_vm_pressure_level",
-                          "sysctlbyname kern.memorystatus_level", "match IOBlockStorageDriver",
-                          "resourceValues /", "sysctl size", "sysctl list"));
+                          "sysctlbyname kern.memorystatus_level", "match IOAccelerator",
+                          "match AppleH11ANEInterface", "match ANEDriverRoot",
+                          "match IOBlockStorageDriver", "resourceValues /", "sysctl size",
+                          "sysctl list", "powerSources", "match AppleSmartBattery"));
 }
 
 TEST_F(SystemHardwareSamplerTest, TheSampleBearsTheTimeOfItsBeginning) {
