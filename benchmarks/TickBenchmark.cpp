@@ -79,7 +79,7 @@ struct ScriptedMachine {
   ProjectLocator projectLocator;
   ContainerSampler containerSampler;
   ServerWatcher serverWatcher;
-  InsightEngine insightEngine;
+  InsightEngine insightEngine{platform.clock, platform.random};
   AgentScanner agentScanner;
   HistoryDatabase historyDB;
   OstrelEngine engine{platform};

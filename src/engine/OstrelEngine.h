@@ -118,7 +118,7 @@ class OstrelEngine {
   ProjectLocator projectLocator;
   ContainerSampler containerSampler;
   ServerWatcher serverWatcher;
-  InsightEngine insightEngine;
+  InsightEngine insightEngine{platform.clock, platform.random};
   AgentScanner agentScanner;
   HistoryDatabase historyDB;
 

@@ -41,7 +41,10 @@ QString fileNameOf(const std::string& path) {
 }  // namespace
 
 MonitorStore::MonitorStore(MonitorStoreCalls calls, QObject* parent)
-    : QObject(parent), calls_(std::move(calls)), look_(lookStoreCalls(calls_)) {
+    : QObject(parent),
+      calls_(std::move(calls)),
+      look_(lookStoreCalls(calls_)),
+      alerts_(calls_.clock) {
   hardwareInfo_ = calls_.engine.readHardwareInfo();
   // The bridge has no commands yet: every request is answered with an empty object.
   calls_.engine.startBridgeListener(

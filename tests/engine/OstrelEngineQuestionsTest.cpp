@@ -98,7 +98,9 @@ TEST(OstrelEngineQuitSafety, IsJudgedByTheRulesForQuitting) {
   group.memoryBytes = 1U << 30U;
 
   EXPECT_EQ(engine.checkQuitSafety(group), QuitCheck::evaluate(group, {}));
+  EXPECT_EQ(engine.checkQuitSafety(group).verdict, QuitSafetyVerdictKind::safe);
   EXPECT_EQ(engine.checkQuitSafety(7), QuitCheck::evaluate(7, {}, {}));
+  EXPECT_EQ(engine.checkQuitSafety(7).reason, "Process 7 is no longer running.");
 }
 
 TEST(OstrelEngineHistory, QueriesAndExportAreForwardedUnchanged) {

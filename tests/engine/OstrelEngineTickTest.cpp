@@ -275,6 +275,22 @@ TEST(OstrelEngineTick, ABridgeTickRaisesNoLimitInsightBecauseItsLimitsAreEmpty) 
   EXPECT_THAT(scripted.engine().sampleTick({}, {}, 82.0).newInsights, IsEmpty());
 }
 
+TEST(OstrelEngineTick, TheEnginesOwnRulesJudgeItAtTheTimeOfTheClockAndKeepTheirMemory) {
+  ScriptedEngine scripted;
+  OstrelEngine engine(scripted.platform);
+  constexpr double alwaysHot = -1000;
+  const EngineSnapshot first = engine.sampleTick({}, {}, alwaysHot);
+  ASSERT_EQ(first.newInsights.size(), 1U);
+  EXPECT_EQ(first.newInsights[0].kind, InsightKind::runningHot);
+  EXPECT_EQ(first.newInsights[0].createdAt, Instant{scripted.now});
+  EXPECT_THAT(first.activeStrains, ::testing::Contains(StrainKind::temperature));
+
+  scripted.now += 599;
+  EXPECT_EQ(engine.sampleTick({}, {}, alwaysHot).newInsights, first.newInsights);
+  scripted.now += 1;
+  EXPECT_EQ(engine.sampleTick({}, {}, alwaysHot).newInsights.size(), 2U);
+}
+
 TEST(OstrelEngineTick, SystemSampleGroupsAndIdleServersGoIntoTheInsights) {
   ScriptedEngine scripted;
   SystemSample system;

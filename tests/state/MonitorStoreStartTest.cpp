@@ -123,6 +123,26 @@ TEST(MonitorStoreStart, NothingOfTheStoreItselfOutlivesARestart) {
   EXPECT_EQ(monitor.userDefaults.size(), 1U);
 }
 
+TEST(MonitorStoreStart, AfterARelaunchTheUsersRulesAreBackAtTheirDefaults) {
+  ScriptedMonitor monitor;
+  AppAlertsStore& before = *monitor.store().alerts();
+  const auto firstDefaults = before.appLimits();
+  before.removeLimit(firstDefaults[0].id);
+  before.addLimit("/Applications/Mail.app", "Mail", std::nullopt, AppLimitFigure::gpuPercent, 1, 1);
+  before.muteApp("/Applications/Mail.app", "Mail", std::nullopt, 24);
+  const auto settings = monitor.userDefaults;
+  monitor.endStore();
+
+  const AppAlertsStore& after = *monitor.store().alerts();
+  ASSERT_EQ(after.appLimits().size(), 2U);
+  EXPECT_EQ(after.appLimits()[0].appName, "Google Chrome") << "a removed default is back";
+  EXPECT_EQ(after.appLimits()[1].appName, "Xcode") << "an added limit is gone";
+  EXPECT_NE(after.appLimits()[0].id, firstDefaults[0].id);
+  EXPECT_NE(after.appLimits()[1].id, firstDefaults[1].id);
+  EXPECT_THAT(after.mutedApps(), IsEmpty()) << "a mute of 24 hours is gone";
+  EXPECT_EQ(monitor.userDefaults, settings) << "nothing of it was stored";
+}
+
 TEST(MonitorStoreTimer, TicksEveryTwoSeconds) {
   ScriptedMonitor monitor;
   monitor.store();

@@ -148,11 +148,19 @@ TEST(MonitorStoreTick, TheEngineGetsTheLimitsTheMutesAndTheHeatLimit) {
   monitor.store();
   EXPECT_EQ(monitor.tickHotCelsius, 82.0);
   EXPECT_EQ(monitor.tickLimits, monitor.store().alerts()->appLimits());
-  EXPECT_EQ(monitor.tickMutes, monitor.store().alerts()->mutedApps());
+  EXPECT_EQ(monitor.tickLimits.size(), 2U) << "the default ones, in the first tick already";
+  EXPECT_THAT(monitor.tickMutes, IsEmpty());
 
+  AppAlertsStore& alerts = *monitor.store().alerts();
+  alerts.removeLimit(alerts.appLimits()[0].id);
+  alerts.muteApp("/Applications/Mail.app", "Mail", std::nullopt, 24);
   monitor.store().look()->setHotThresholdCelsius(70.5);
   monitor.store().refreshTick();
   EXPECT_EQ(monitor.tickHotCelsius, 70.5);
+  EXPECT_EQ(monitor.tickLimits.size(), 1U);
+  EXPECT_EQ(monitor.tickLimits, alerts.appLimits());
+  ASSERT_EQ(monitor.tickMutes.size(), 1U);
+  EXPECT_EQ(monitor.tickMutes[0].until, Instant{monitor.now + 86400});
 }
 
 TEST(MonitorStoreTick, NotifiesWhatChangedOnly) {
