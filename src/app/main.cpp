@@ -30,7 +30,6 @@ int main(int argumentCount, char** arguments) {
   // The application object takes over the user's locale; figures always carry a decimal point.
   static_cast<void>(std::setlocale(LC_NUMERIC, "C"));
   QGuiApplication::setApplicationName(QStringLiteral("korvantis"));
-  QGuiApplication::setApplicationDisplayName(QStringLiteral("Korvantis"));
   QGuiApplication::setDesktopFileName(QStringLiteral("korvantis"));
   // Before the store exists: its start replaces the socket of a program that already runs.
   korvantis::SingleInstance instance(korvantis::sessionBus(), dataFolder());

@@ -91,7 +91,7 @@ void OstrelAppDelegate::applicationDidFinishLaunching() {
 void OstrelAppDelegate::setupMenuBarStatusItem() {
   StatusItemDescription description;
   description.accessibilityDescription = "Korvantis";
-  description.images = statusItemImages(store_.look()->effectiveIsDark());
+  description.images = statusItemImages();
   description.menu = {{"Open Korvantis", [this] { openOrFocusMainWindow(); }},
                       {"Sample Now", [this] { store_.refreshTick(); }},
                       {"Preferences…", [this] { openPreferences(); }},

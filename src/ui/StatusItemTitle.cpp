@@ -28,8 +28,9 @@ std::string statusItemTitle(MonitorStore& store, const EngineSnapshot& snapshot)
   return " " + store.menuBarSettings()->formattedSummary(snapshot, useFahrenheit).toStdString();
 }
 
-std::vector<StatusItemImage> statusItemImages(bool onDark) {
-  const QColor color(onDark ? "#F2F2F2" : "#2E2E33");
+std::vector<StatusItemImage> statusItemImages() {
+  // At least 3 to 1 against white and against the darkest panels.
+  const QColor color(0x8E, 0x95, 0xA3);
   std::vector<StatusItemImage> images;
   for (const int size : {16, 22, 24, 32, 48}) {
     images.push_back(imageOf(

@@ -12,8 +12,8 @@ namespace korvantis {
 /// user chose, in the user's unit of temperature. Main thread.
 std::string statusItemTitle(MonitorStore& store, const EngineSnapshot& snapshot);
 
-/// The picture of the status item in the sizes that trays ask for, drawn to stand out on a dark
-/// panel when `onDark`, else on a light one. Main thread.
-std::vector<StatusItemImage> statusItemImages(bool onDark);
+/// The picture of the status item in the sizes that trays ask for, in one grey that stands out on
+/// dark and on light panels: nobody tells which one it will be. Main thread.
+std::vector<StatusItemImage> statusItemImages();
 
 }  // namespace korvantis
