@@ -2,8 +2,25 @@
 #include <clocale>
 #include <csignal>
 
+#include "platform/FileManagerCalls.h"
+#include "platform/qt/SessionBus.h"
+#include "platform/qt/SingleInstance.h"
 #include "ui/OstrelAppDelegate.h"
 #include "ui/RendererChoice.h"
+
+namespace {
+
+/// Where this program's data lies; two programs with the same folder would be in each other's way.
+QString dataFolder() {
+  const auto folders = korvantis::systemFileManagerCalls().applicationSupportDirectories();
+  return QString::fromStdString(folders.empty() ? std::string() : folders.front());
+}
+
+bool isCapturing() {
+  return !qEnvironmentVariableIsEmpty("KORVANTIS_CAPTURE_ASSETS_DIR");
+}
+
+}  // namespace
 
 int main(int argumentCount, char** arguments) {
   // Writing into a socket whose reader has gone must not end the program.
@@ -13,8 +30,13 @@ int main(int argumentCount, char** arguments) {
   // The application object takes over the user's locale; figures always carry a decimal point.
   static_cast<void>(std::setlocale(LC_NUMERIC, "C"));
   QGuiApplication::setApplicationName(QStringLiteral("korvantis"));
-  QGuiApplication::setApplicationDisplayName(QStringLiteral("Korvantis"));
+  QGuiApplication::setDesktopFileName(QStringLiteral("korvantis"));
+  // Before the store exists: its start replaces the socket of a program that already runs.
+  korvantis::SingleInstance instance(korvantis::sessionBus(), dataFolder());
+  if (!isCapturing() && !instance.claim()) return 0;
   korvantis::OstrelAppDelegate delegate;
+  QObject::connect(&instance, &korvantis::SingleInstance::activationRequested, &delegate,
+                   &korvantis::OstrelAppDelegate::openOrFocusMainWindow);
   delegate.applicationDidFinishLaunching();
   return QGuiApplication::exec();
 }

@@ -5,16 +5,18 @@
 #include <QQmlComponent>
 #include <QScreen>
 #include <QVariantMap>
-#include <memory>
+#include <utility>
 
 #include "engine/OstrelEngine.h"
 #include "platform/qt/QtAppearance.h"
 #include "platform/qt/QtMainRunLoop.h"
 #include "platform/qt/QtUserDefaults.h"
 #include "state/MonitorEngineCalls.h"
+#include "ui/ApplicationAppearance.h"
 #include "ui/CaptureSequence.h"
+#include "ui/PopoverPlacement.h"
 #include "ui/ScreenEngine.h"
-#include "ui/theme/OstrelTheme.h"
+#include "ui/StatusItemTitle.h"
 
 namespace korvantis {
 
@@ -22,35 +24,9 @@ namespace {
 
 constexpr const char* captureFolderVariable = "KORVANTIS_CAPTURE_ASSETS_DIR";
 
-/// Popovers and panels are windows of other types, or without a frame.
-bool isTitledWindow(const QWindow& window) {
-  return window.type() == Qt::Window && !window.flags().testFlag(Qt::FramelessWindowHint);
-}
-
-ApplicationWindow applicationWindow(QWindow* window) {
-  return {isTitledWindow(*window), [window](const WindowAppearance& appearance) {
-            // The frame follows the desktop: this Qt has no way to ask for another one.
-            if (auto* const quickWindow = qobject_cast<QQuickWindow*>(window)) {
-              quickWindow->setColor(QColor(appearance.red, appearance.green, appearance.blue));
-            }
-          }};
-}
-
-std::vector<ApplicationWindow> applicationWindows() {
-  std::vector<ApplicationWindow> windows;
-  for (QWindow* const window : QGuiApplication::topLevelWindows()) {
-    windows.push_back(applicationWindow(window));
-  }
-  return windows;
-}
-
-ApplicationAppearanceCalls applicationAppearanceCalls() {
-  ApplicationAppearanceCalls calls;
-  calls.setThemeIsDark = &OstrelTheme::setIsDark;
-  calls.windows = applicationWindows;
-  calls.observeSystemTheme = observeQtSystemTheme;
-  return calls;
-}
+/// A click on the item takes the focus from the panel, which closes it before the click arrives.
+/// Within this time the two are one and the same click.
+constexpr qint64 sameClickMilliseconds = 300;
 
 MonitorStoreCalls monitorStoreCalls() {
   MonitorStoreCalls calls;
@@ -70,42 +46,133 @@ void centre(QWindow& window) {
   }
 }
 
+void bringToFront(QQuickWindow& window) {
+  window.raise();
+  window.show();
+  window.requestActivate();
+}
+
+/// Beside the item, on the screen that was clicked.
+void placePopover(QQuickWindow& popover, std::optional<StatusItemPoint> click) {
+  std::optional<QPoint> point;
+  const QScreen* screen = QGuiApplication::primaryScreen();
+  if (click) {
+    point = QPoint(click->x, click->y);
+    if (const QScreen* const clicked = QGuiApplication::screenAt(*point)) screen = clicked;
+  }
+  if (screen == nullptr) return;
+  popover.setPosition(popoverPosition(point, screen->availableGeometry(), popover.size()));
+}
+
 }  // namespace
 
-OstrelAppDelegate::OstrelAppDelegate() : store_(monitorStoreCalls()) {
+OstrelAppDelegate::OstrelAppDelegate()
+    : store_(monitorStoreCalls()), statusItem_(systemStatusItemCalls()) {
   prepareScreens(engine_);
+  QGuiApplication::setQuitOnLastWindowClosed(false);
   connect(&engine_, &QQmlEngine::quit, qGuiApp, &QCoreApplication::quit, Qt::QueuedConnection);
 }
 
 void OstrelAppDelegate::applicationDidFinishLaunching() {
   store_.look()->syncAppearance();
+  setupMenuBarStatusItem();
   openOrFocusMainWindow();
   // Again, now that there is a window to push the look onto.
   store_.look()->syncAppearance();
+  store_.setOnSnapshotUpdated(
+      [self = QPointer<OstrelAppDelegate>(this)](const EngineSnapshot& snapshot) {
+        if (self) self->updateStatusItemTitle(snapshot);
+      });
+  updateStatusItemTitle(store_.snapshot());
   const QString captureFolder = qEnvironmentVariable(captureFolderVariable);
   if (!captureFolder.isEmpty()) startCapture(captureFolder.toStdString());
 }
 
-void OstrelAppDelegate::openOrFocusMainWindow() {
-  if (mainWindow_) {
-    mainWindow_->raise();
-  } else {
-    makeMainWindow();
-  }
-  mainWindow_->show();
-  mainWindow_->requestActivate();
+void OstrelAppDelegate::setupMenuBarStatusItem() {
+  StatusItemDescription description;
+  description.accessibilityDescription = "Korvantis";
+  description.images = statusItemImages();
+  description.menu = {{"Open Korvantis", [this] { openOrFocusMainWindow(); }},
+                      {"Sample Now", [this] { store_.refreshTick(); }},
+                      {"Preferences…", [this] { openPreferences(); }},
+                      {"", {}},
+                      {"Quit Korvantis", [] { QCoreApplication::quit(); }}};
+  description.action = [this](std::optional<StatusItemPoint> click) {
+    toggleMenuBarPopover(click);
+  };
+  statusItem_.add(std::move(description));
 }
 
-void OstrelAppDelegate::makeMainWindow() {
-  QQmlComponent component(
-      &engine_, QUrl(QStringLiteral("qrc:/qt/qml/Korvantis/Screens/OstrelMainWindow.qml")));
+void OstrelAppDelegate::updateStatusItemTitle(const EngineSnapshot& snapshot) {
+  statusItem_.setTitle(statusItemTitle(store_, snapshot));
+}
+
+void OstrelAppDelegate::openOrFocusMainWindow() {
+  if (!mainWindow_) {
+    mainWindow_ = makeWindow(QStringLiteral("OstrelMainWindow.qml"));
+    connect(mainWindow_, SIGNAL(openPreferences()), this, SLOT(openPreferences()));
+    centre(*mainWindow_);
+  }
+  bringToFront(*mainWindow_);
+}
+
+void OstrelAppDelegate::openPreferences() {
+  if (!preferences_) {
+    preferences_ = makeWindow(QStringLiteral("SettingsWindow.qml"));
+    centre(*preferences_);
+  }
+  bringToFront(*preferences_);
+}
+
+void OstrelAppDelegate::makePopover() {
+  popover_ = makeWindow(QStringLiteral("OstrelPopover.qml"));
+  connect(popover_, SIGNAL(openPreferences()), this, SLOT(openPreferences()));
+  connect(popover_, SIGNAL(openFullWindow()), this, SLOT(openFullWindowFromPopover()));
+  connect(popover_, &QWindow::visibleChanged, this, [this](bool isVisible) {
+    if (!isVisible) popoverClosed_.start();
+  });
+}
+
+void OstrelAppDelegate::openFullWindowFromPopover() {
+  if (popover_) popover_->hide();
+  openOrFocusMainWindow();
+}
+
+void OstrelAppDelegate::toggleMenuBarPopover(std::optional<StatusItemPoint> click) {
+  if (!popover_) makePopover();
+  if (popover_->isVisible()) {
+    popover_->hide();
+    return;
+  }
+  if (popoverClosed_.isValid() && popoverClosed_.elapsed() < sameClickMilliseconds) return;
+  placePopover(*popover_, click);
+  popover_->show();
+  popover_->raise();
+  popover_->requestActivate();
+}
+
+bool OstrelAppDelegate::applicationShouldHandleReopen(bool hasVisibleWindows) {
+  if (!hasVisibleWindows) openOrFocusMainWindow();
+  return true;
+}
+
+bool OstrelAppDelegate::hasVisibleWindows() const {
+  const auto isVisible = [](const QPointer<QQuickWindow>& window) {
+    return window && window->isVisible();
+  };
+  return isVisible(mainWindow_) || isVisible(popover_) || isVisible(preferences_);
+}
+
+QQuickWindow* OstrelAppDelegate::makeWindow(const QString& file) {
+  QQmlComponent component(&engine_, QUrl(QStringLiteral("qrc:/qt/qml/Korvantis/Screens/") + file));
   // The screens are built in: what can't be made here is a fault in the program.
   if (!component.isReady()) qFatal("%s", qPrintable(component.errorString()));
   QObject* const made = component.createWithInitialProperties(
       {{QStringLiteral("store"), QVariant::fromValue(&store_)}});
   made->setParent(&engine_);
-  mainWindow_ = qobject_cast<QQuickWindow*>(made);
-  if (mainWindow_) centre(*mainWindow_);
+  auto* const window = qobject_cast<QQuickWindow*>(made);
+  if (window == nullptr) qFatal("%s holds no window", qPrintable(file));
+  return window;
 }
 
 void OstrelAppDelegate::startCapture(const std::string& folder) {

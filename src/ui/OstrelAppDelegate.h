@@ -1,18 +1,23 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QObject>
+#include <QPoint>
 #include <QPointer>
 #include <QQmlEngine>
 #include <QQuickWindow>
+#include <optional>
 #include <string>
 
+#include "platform/StatusItemCalls.h"
 #include "state/MonitorStore.h"
 
 namespace korvantis {
 
-/// The shell: owns the one `MonitorStore` and the main window, and renders the product pictures
-/// when the environment asks for them. It holds no monitoring logic. Needs an application object.
-/// Main thread.
+/// The shell: owns the one `MonitorStore`, the status item with its panel, the main window and the
+/// settings window, and renders the product pictures when the environment asks for them. It holds
+/// no monitoring logic. Closing a window hides it; the program goes on until somebody quits it.
+/// Needs an application object. Main thread.
 class OstrelAppDelegate : public QObject {
   Q_OBJECT
 
@@ -21,25 +26,51 @@ class OstrelAppDelegate : public QObject {
   /// there is a window.
   OstrelAppDelegate();
 
-  /// Opens the main window. When the variable KORVANTIS_CAPTURE_ASSETS_DIR is set and not empty,
-  /// goes on to write pictures into that folder and then ends the program.
+  /// Puts up the status item and opens the main window. When the variable
+  /// KORVANTIS_CAPTURE_ASSETS_DIR is set and not empty, goes on to write pictures into that folder
+  /// and then ends the program.
   void applicationDidFinishLaunching();
 
-  /// Brings the main window to the front, made on first use.
+  /// Brings the main window to the front, made on first use. A window that was closed comes back
+  /// as it was left.
   void openOrFocusMainWindow();
+
+  /// Opens the panel beside the status item, or closes it. `click` is where the item is, if the
+  /// desktop tells.
+  void toggleMenuBarPopover(std::optional<StatusItemPoint> click);
+
+  /// Called when the program is asked for once more; always true.
+  bool applicationShouldHandleReopen(bool hasVisibleWindows);
+
+  /// True while a window or the panel is on screen.
+  bool hasVisibleWindows() const;
 
   /// The model of every screen.
   MonitorStore& store() { return store_; }
 
+ public slots:
+  /// Opens the settings in a window of their own.
+  void openPreferences();
+  /// Closes the panel, then opens the main window.
+  void openFullWindowFromPopover();
+
  private:
-  void makeMainWindow();
+  QQuickWindow* makeWindow(const QString& file);
+  void setupMenuBarStatusItem();
+  void updateStatusItemTitle(const EngineSnapshot& snapshot);
+  void makePopover();
   void startCapture(const std::string& folder);
   void writePicture(const std::string& path) const;
 
   MonitorStore store_;
   /// After the store: the screens go first.
   QQmlEngine engine_;
+  StatusItemCalls statusItem_;
+  QPointer<QQuickWindow> popover_;
   QPointer<QQuickWindow> mainWindow_;
+  QPointer<QQuickWindow> preferences_;
+  /// Since the panel last closed.
+  QElapsedTimer popoverClosed_;
 };
 
 }  // namespace korvantis

@@ -10,6 +10,8 @@ Window {
     // A capture shows the settings over a darkened root view for its last picture.
     property bool showsSettingsComposition: false
 
+    signal openPreferences
+
     title: "Korvantis — macOS System, Process & AI Monitor"
     width: 1220
     height: 790
@@ -23,9 +25,7 @@ Window {
         showsSettingsComposition: window.showsSettingsComposition
     }
 
-    Shortcut {
-        sequence: "Ctrl+Q"
-        context: Qt.ApplicationShortcut
-        onActivated: Qt.quit()
+    ApplicationKeys {
+        onPreferences: window.openPreferences()
     }
 }

@@ -102,9 +102,4 @@ Item {
             onClicked: framed.clicked()
         }
     }
-
-    Shortcut {
-        sequence: "Ctrl+,"
-        onActivated: bar.store.showSettingsModal = true
-    }
 }

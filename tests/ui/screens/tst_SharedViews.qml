@@ -1,0 +1,140 @@
+import QtQuick
+import QtTest
+import Korvantis.Screens
+
+Item {
+    id: stage
+
+    width: 600
+    height: 500
+
+    OstrelCardContainer {
+        id: card
+
+        property int taps: 0
+
+        x: 10
+        y: 10
+        width: 280
+        title: "Processor"
+        iconName: "cpu"
+        accentColor: OstrelTheme.cpu
+        headline: "12.5%"
+        subheadline: "8.0% user"
+        isTappable: true
+        onTapped: taps += 1
+
+        SparklineView {
+            id: line
+
+            objectName: "line"
+            width: 240
+            values: [1, 2, 3]
+            color: OstrelTheme.cpu
+        }
+    }
+    QuitSafetyBadgeView {
+        id: badge
+
+        x: 10
+        y: 300
+        verdict: "ask_first"
+    }
+    SparklineView {
+        id: spark
+
+        x: 320
+        y: 20
+        width: 100
+        color: "#0A84FF"
+        maxValue: 100
+        values: [100, 100, 100]
+    }
+
+    TestCase {
+        name: "SharedViews"
+        when: windowShown
+
+        function frame() {
+            return findChild(card, "frame");
+        }
+        function init() {
+            mouseMove(stage, 500, 450);
+            tryVerify(() => Qt.colorEqual(frame().color, OstrelTheme.cardBackground));
+        }
+
+        function test_aCardIsRaisedAndTintedUnderThePointer() {
+            verify(!card.isHovered);
+            verify(Qt.colorEqual(frame().border.color, OstrelTheme.hairline));
+            mouseMove(card, 100, 20);
+            verify(card.isHovered);
+            tryVerify(() => Qt.colorEqual(frame().color, OstrelTheme.elevatedCard));
+            tryVerify(() => Math.abs(frame().border.color.a - 0.45) < 0.01);
+        }
+        function test_aClickAnywhereAndTheKeyboardTapACard() {
+            card.taps = 0;
+            mouseClick(card, 20, 20);
+            compare(card.taps, 1);
+            mouseClick(card, 200, 90);
+            compare(card.taps, 2);
+            card.forceActiveFocus(Qt.TabFocusReason);
+            keyClick(Qt.Key_Space);
+            keyClick(Qt.Key_Return);
+            compare(card.taps, 4);
+            stage.forceActiveFocus();
+            card.isTappable = false;
+            mouseClick(card, 20, 20);
+            compare(card.taps, 4);
+            card.isTappable = true;
+        }
+        function test_aCardSaysWhatItShows() {
+            compare(card.Accessible.role, Accessible.Button);
+            compare(card.Accessible.name, "Processor: 12.5%, 8.0% user");
+        }
+        function test_aLongHeadlineShrinksAndNeverLeavesTheCard() {
+            const headline = findChild(card, "headline");
+            const height = headline.fontInfo.pixelSize;
+            card.headline = "123,456.7 GB of a good deal more";
+            waitForRendering(card);
+            verify(headline.width <= card.width - 32);
+            verify(headline.contentWidth <= headline.width + 1);
+            card.headline = "12.5%";
+        }
+        function test_theBadgeFitsItsWords() {
+            compare(badge.Accessible.name, "Ask first");
+            compare(badge.radius, badge.height / 2);
+            for (const verdict of ["safe", "ask_first", "do_not"]) {
+                badge.verdict = verdict;
+                verify(badge.width > 40 && badge.height > 12);
+            }
+        }
+        function test_aSparklineIs38HighUnlessToldOtherwise() {
+            compare(spark.height, 38);
+        }
+        function test_aSparklineDrawsItsLineAtTheTopAndItsGroundBelow() {
+            waitForRendering(spark);
+            const picture = grabImage(spark);
+            // The line itself, then a ground over white that fades toward the bottom.
+            verify(picture.red(50, 0) < 100);
+            verify(picture.red(50, 8) < picture.red(50, 34));
+        }
+        function test_anEmptySparklineDrawsNothing() {
+            spark.values = [];
+            waitForRendering(spark);
+            const picture = grabImage(spark);
+            compare(String(picture.pixel(50, 19)), String(picture.pixel(1, 37)));
+            spark.values = [100, 100, 100];
+        }
+        function test_equalValuesDrawNothingAnew() {
+            let changes = 0;
+            const count = () => changes += 1;
+            spark.valuesChanged.connect(count);
+            spark.values = [100, 100, 100];
+            compare(changes, 0);
+            spark.values = [1, 2, 3];
+            compare(changes, 1);
+            spark.valuesChanged.disconnect(count);
+            spark.values = [100, 100, 100];
+        }
+    }
+}
