@@ -76,11 +76,11 @@ struct ScriptedMachine {
   SystemHardwareSampler hardwareSampler{platform};
   LibProcSampler procSampler{platform};
   AppGrouper appGrouper{platform.propertyLists};
-  ProjectLocator projectLocator;
+  ProjectLocator projectLocator{platform.files};
   ContainerSampler containerSampler;
-  ServerWatcher serverWatcher;
+  ServerWatcher serverWatcher{platform.clock};
   InsightEngine insightEngine{platform.clock, platform.random};
-  AgentScanner agentScanner;
+  AgentScanner agentScanner{platform.clock, platform.files};
   HistoryDatabase historyDB;
   OstrelEngine engine{platform};
 

@@ -115,11 +115,11 @@ class OstrelEngine {
   SystemHardwareSampler hardwareSampler{platform};
   LibProcSampler procSampler{platform};
   AppGrouper appGrouper{platform.propertyLists};
-  ProjectLocator projectLocator;
+  ProjectLocator projectLocator{platform.files};
   ContainerSampler containerSampler;
-  ServerWatcher serverWatcher;
+  ServerWatcher serverWatcher{platform.clock};
   InsightEngine insightEngine{platform.clock, platform.random};
-  AgentScanner agentScanner;
+  AgentScanner agentScanner{platform.clock, platform.files};
   HistoryDatabase historyDB;
 
   const CollaboratorCalls collaborators;

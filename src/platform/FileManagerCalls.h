@@ -9,12 +9,14 @@
 namespace korvantis {
 
 /// Walks a folder's tree, one entry a call: gives the next path relative to the folder ("a",
-/// "a/b"), a folder before what it holds; absent at the end. It does not follow links, and passes
-/// over folders that can't be read. One thread at a time.
+/// "a/b"), a folder before what it holds; absent at the end. It does not follow links, opens
+/// nothing but folders, and passes over those that can't be read or are gone by now. One thread at
+/// a time.
 using DirectoryEnumerator = std::function<std::optional<std::string>()>;
 
-/// Files and folders of the user (`NSFileManager`). Paths are UTF-8; one that isn't names nothing.
-/// Any thread; a network file system can block the caller.
+/// Files and folders of the user (`NSFileManager`). Paths are the bytes that the file system uses:
+/// UTF-8 on macOS, where others name nothing; on Linux whatever the names there are. One with a
+/// zero byte inside names nothing. Any thread; a network file system can block the caller.
 struct FileManagerCalls {
   /// The current user's home, absolute and with its links resolved where that is possible.
   std::function<std::string()> homeDirectoryForCurrentUser;
@@ -22,8 +24,8 @@ struct FileManagerCalls {
   std::function<bool(const std::string& path)> fileExistsAtPath;
   /// A walk over the folder at `path`; absent when it is no folder or can't be opened.
   std::function<std::optional<DirectoryEnumerator>(const std::string& path)> enumeratorAtPath;
-  /// The size in bytes of what stands at `path`, of a link itself (`NSFileSize`); absent when it
-  /// can't be read.
+  /// The size in bytes of the file at `path`, or of a link itself (`NSFileSize`); absent when it
+  /// can't be read, and for folders, pipes and the like.
   std::function<std::optional<std::uint64_t>(const std::string& path)> fileSize;
   /// `URLsForDirectory` with `NSApplicationSupportDirectory` and the user domain: the folders for
   /// what programs keep, best first; they need not exist.

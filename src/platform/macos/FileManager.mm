@@ -41,9 +41,13 @@ std::optional<DirectoryEnumerator> enumerator(const std::string& path) {
 
 std::optional<std::uint64_t> sizeOfItem(const std::string& path) {
   @autoreleasepool {
-    NSNumber* const size = [NSFileManager.defaultManager attributesOfItemAtPath:textOf(path)
-                                                                          error:nil][NSFileSize];
-    if (size == nil) return std::nullopt;
+    NSDictionary* const facts = [NSFileManager.defaultManager attributesOfItemAtPath:textOf(path)
+                                                                               error:nil];
+    NSString* const type = facts[NSFileType];
+    NSNumber* const size = facts[NSFileSize];
+    const bool hasSize = [type isEqualToString:NSFileTypeRegular] ||
+                         [type isEqualToString:NSFileTypeSymbolicLink];
+    if (!hasSize || size == nil) return std::nullopt;
     return size.unsignedLongLongValue;
   }
 }
