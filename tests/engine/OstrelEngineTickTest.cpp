@@ -212,6 +212,7 @@ TEST(OstrelEngineTick, WithNoProcessesItsOwnCollaboratorsGiveAWellFormedSnapshot
   EXPECT_THAT(snapshot.idleServers, IsEmpty());
   EXPECT_THAT(snapshot.listeningPorts, IsEmpty());
   EXPECT_THAT(snapshot.agentSessions, IsEmpty());
+  EXPECT_EQ(snapshot.planLimits.size(), 2U) << "they stand there without any agent";
   EXPECT_EQ(snapshot.system.timestamp, Instant{1234.5});
   EXPECT_EQ(snapshot.system.memoryTotalBytes, 8ULL << 30U);
 }

@@ -35,6 +35,7 @@ PlatformCalls platformWithoutProcesses() {
   PlatformCalls platform = systemPlatformCalls();
   platform.libProc.proc_listallpids = [](void*, int) { return 0; };
   platform.posix.kill = [](std::int32_t, int) { return -1; };
+  platform.files.fileExistsAtPath = [](const std::string&) { return false; };
   return platform;
 }
 
