@@ -51,5 +51,49 @@ TEST_F(OverviewPaneModelTest, NamesTheChip) {
   EXPECT_EQ(model.chipName(), QStringLiteral("Chip"));
 }
 
+TEST_F(OverviewPaneModelTest, OneIdleServerIsStoppedWithoutThePluralS) {
+  scripted.next.idleServers.resize(1);
+  start();
+  EXPECT_EQ(model.stopServersText(), QStringLiteral("Stop 1 Idle Server"));
+  scripted.next.idleServers.resize(3);
+  scripted.tick();
+  EXPECT_EQ(model.stopServersText(), QStringLiteral("Stop 3 Idle Servers"));
+}
+
+TEST_F(OverviewPaneModelTest, UnderStrainNoStopButtonIsOffered) {
+  scripted.next.idleServers.resize(2);
+  scripted.next.activeStrains = {StrainKind::cpu};
+  start();
+  EXPECT_EQ(model.stopServersText(), QString());
+}
+
+TEST_F(OverviewPaneModelTest, ATickThatChangesNothingNotifiesNobody) {
+  scripted.next.system.cpuPercent = 5;
+  start();
+  int changes = 0;
+  for (const auto signal :
+       {&OverviewPaneModel::cpuChanged, &OverviewPaneModel::memoryChanged,
+        &OverviewPaneModel::networkChanged, &OverviewPaneModel::batteryChanged,
+        &OverviewPaneModel::topAppsChanged, &OverviewPaneModel::headlineChanged}) {
+    QObject::connect(&model, signal, [&changes] { ++changes; });
+  }
+  scripted.tick();
+  EXPECT_EQ(changes, 0);
+  scripted.next.system.cpuPercent = 6;
+  scripted.tick();
+  EXPECT_GE(changes, 1);
+}
+
+TEST_F(OverviewPaneModelTest, QuittingAnApplicationAsksNoQuestionAndUsesNoForce) {
+  scripted.next.appGroups = {makeGroup("Editor")};
+  start();
+  model.quitApp(QString::fromStdString(scripted.next.appGroups[0].id));
+  ASSERT_EQ(scripted.quitGroups.size(), 1U);
+  EXPECT_EQ(scripted.quitGroups[0].first, scripted.next.appGroups[0].id);
+  EXPECT_FALSE(scripted.quitGroups[0].second);
+  model.quitApp(QStringLiteral("gone"));
+  EXPECT_EQ(scripted.quitGroups.size(), 1U);
+}
+
 }  // namespace
 }  // namespace korvantis

@@ -36,6 +36,21 @@ void ScreenFixture::setGroups(int count, const QString& namePrefix) {
   scripted_->next.appGroups = std::move(groups);
 }
 
+void ScreenFixture::setApplications(int count) {
+  setGroups(count);
+  for (AppGroup& group : scripted_->next.appGroups) group.kind = AppGroupKind::app;
+}
+
+QString ScreenFixture::fanWishes() const {
+  QString words;
+  for (const auto& [fan, rpm] : scripted_->fanWishes) {
+    words += QString::number(fan) + u':';
+    words += rpm ? QString::number(*rpm) : QStringLiteral("auto");
+    words += u' ';
+  }
+  return words.trimmed();
+}
+
 void ScreenFixture::setStrain(bool strained) {
   scripted_->next.activeStrains.clear();
   if (strained) scripted_->next.activeStrains.push_back(StrainKind::cpu);

@@ -18,6 +18,7 @@ class ScreenFixture : public QObject {
   Q_PROPERTY(korvantis::MonitorStore* store READ store NOTIFY storeChanged FINAL)
   Q_PROPERTY(int ticks READ ticks FINAL)
   Q_PROPERTY(QString stopped READ stopped FINAL)
+  Q_PROPERTY(QString fanWishes READ fanWishes FINAL)
 
  public:
   using QObject::QObject;
@@ -27,10 +28,15 @@ class ScreenFixture : public QObject {
   /// Everything that was asked to stop, one word each, such as "quit:daemon:app" or "kill:7".
   QString stopped() const;
 
+  /// The speeds that were wished for fans, such as "0:1300" or "0:auto".
+  QString fanWishes() const;
+
   /// A fresh store, as at launch.
   Q_INVOKABLE void reset();
   /// From the next tick on the machine has these applications, of one process each.
   Q_INVOKABLE void setGroups(int count, const QString& namePrefix = QStringLiteral("application"));
+  /// The same, as applications with a window.
+  Q_INVOKABLE void setApplications(int count);
   Q_INVOKABLE void setStrain(bool strained);
   Q_INVOKABLE void setInsights(int count);
   Q_INVOKABLE void tick();

@@ -26,6 +26,10 @@ MonitorStoreCalls ScriptedStore::calls() {
     stoppedProcesses.emplace_back(pid, force);
     return true;
   };
+  calls.engine.setFanTarget = [this](std::int64_t fanID, std::optional<double> rpm) {
+    fanWishes.emplace_back(fanID, rpm);
+    return true;
+  };
   calls.engine.startBridgeListener = [](const BridgeProvider&) {};
   calls.mainRunLoop.scheduleRepeatingTimer = [this](double seconds, std::function<void()>) {
     timerPeriods.push_back(seconds);

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -21,6 +22,8 @@ struct ScriptedStore {
   int ticks = 0;
   std::vector<std::pair<std::string, bool>> quitGroups;
   std::vector<std::pair<std::int32_t, bool>> stoppedProcesses;
+  /// Fans and the speeds wished for them; absent is automatic control.
+  std::vector<std::pair<std::int64_t, std::optional<double>>> fanWishes;
   std::vector<double> timerPeriods;
 
   /// Made on first use, from what was scripted up to then.

@@ -1,13 +1,14 @@
 import QtQuick
+import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Korvantis.Screens
 
-// The first screen: the verdict on the machine, and everything that runs on it.
+// The first screen: the verdict on the machine, over eight cards.
 PaneView {
     id: pane
 
     readonly property color tint: {
-        switch (overview.state) {
+        switch (overviewModel.state) {
         case OverviewPaneModel.Strain:
             return OstrelTheme.strainRed;
         case OverviewPaneModel.ForgottenServers:
@@ -17,7 +18,7 @@ PaneView {
         }
     }
     readonly property string icon: {
-        switch (overview.state) {
+        switch (overviewModel.state) {
         case OverviewPaneModel.Strain:
             return "exclamationmark.triangle.fill";
         case OverviewPaneModel.ForgottenServers:
@@ -27,7 +28,7 @@ PaneView {
         }
     }
     readonly property string label: {
-        switch (overview.state) {
+        switch (overviewModel.state) {
         case OverviewPaneModel.Strain:
             return "ACTIVE SYSTEM STRAIN";
         case OverviewPaneModel.ForgottenServers:
@@ -38,35 +39,102 @@ PaneView {
     }
 
     OverviewPaneModel {
-        id: overview
-
-        store: pane.store
-    }
-    ApplicationList {
-        id: list
+        id: overviewModel
 
         store: pane.store
     }
 
-    ColumnLayout {
+    Flickable {
+        id: scroller
+
+        objectName: "overviewScroller"
         anchors.fill: parent
-        anchors.margins: 16
-        spacing: 14
+        contentWidth: width
+        contentHeight: column.implicitHeight + 32
+        boundsBehavior: Flickable.StopAtBounds
+        ScrollBar.vertical: ThinScrollBar {}
 
-        DiagnosticBanner {
-            Layout.fillWidth: true
-            icon: pane.icon
-            label: pane.label
-            machine: overview.chipName
-            headline: overview.headline
-            tint: pane.tint
-            onInspect: pane.store.selectedPane = "insights"
-        }
-        ApplicationListView {
-            Layout.fillWidth: true
-            Layout.fillHeight: true
-            applications: list
-            emptySubtitle: "Nothing that runs on this machine can be read."
+        ColumnLayout {
+            id: column
+
+            x: 16
+            y: 16
+            width: scroller.width - 32
+            spacing: 14
+
+            DiagnosticBanner {
+                Layout.fillWidth: true
+                icon: pane.icon
+                label: pane.label
+                machine: overviewModel.chipName
+                headline: overviewModel.headline
+                tint: pane.tint
+                stopServersText: overviewModel.stopServersText
+                onStopServers: pane.store.stopAllIdleServers()
+                onInspect: pane.store.selectedPane = "insights"
+            }
+            GridLayout {
+                objectName: "cards"
+                Layout.fillWidth: true
+                columns: 4
+                columnSpacing: 12
+                rowSpacing: 12
+
+                CPUCardView {
+                    Layout.fillWidth: true
+                    Layout.fillHeight: true
+                    Layout.preferredWidth: 1
+                    store: pane.store
+                    overview: overviewModel
+                }
+                MemoryCardView {
+                    Layout.fillWidth: true
+                    Layout.fillHeight: true
+                    Layout.preferredWidth: 1
+                    store: pane.store
+                    overview: overviewModel
+                }
+                GPUCardView {
+                    Layout.fillWidth: true
+                    Layout.fillHeight: true
+                    Layout.preferredWidth: 1
+                    store: pane.store
+                    overview: overviewModel
+                }
+                ThermalCardView {
+                    Layout.fillWidth: true
+                    Layout.fillHeight: true
+                    Layout.preferredWidth: 1
+                    store: pane.store
+                    overview: overviewModel
+                }
+                NetworkCardView {
+                    Layout.fillWidth: true
+                    Layout.fillHeight: true
+                    Layout.preferredWidth: 1
+                    store: pane.store
+                    overview: overviewModel
+                }
+                DiskCardView {
+                    Layout.fillWidth: true
+                    Layout.fillHeight: true
+                    Layout.preferredWidth: 1
+                    store: pane.store
+                    overview: overviewModel
+                }
+                BatteryCardView {
+                    Layout.fillWidth: true
+                    Layout.fillHeight: true
+                    Layout.preferredWidth: 1
+                    overview: overviewModel
+                }
+                TopAppsCardView {
+                    Layout.fillWidth: true
+                    Layout.fillHeight: true
+                    Layout.preferredWidth: 1
+                    overview: overviewModel
+                }
+            }
         }
     }
 }

@@ -12,7 +12,11 @@ Rectangle {
     required property string headline
     required property color tint
 
+    // Empty: not offered.
+    property string stopServersText
+
     signal inspect
+    signal stopServers
 
     implicitHeight: row.implicitHeight + 20
     color: OstrelTheme.cardBackground
@@ -75,6 +79,19 @@ Rectangle {
                 wrapMode: Text.Wrap
                 maximumLineCount: 2
             }
+        }
+        QuietButton {
+            objectName: "stopServers"
+            visible: banner.stopServersText !== ""
+            symbol: "stop.circle.fill"
+            text: banner.stopServersText
+            hint: "Stop All Idle Servers"
+            ink: OstrelTheme.amberWarning
+            ground: Qt.alpha(OstrelTheme.amberWarning, 0.2)
+            hoverGround: Qt.alpha(OstrelTheme.amberWarning, 0.32)
+            leftPadding: 11
+            rightPadding: 11
+            onClicked: banner.stopServers()
         }
         QuietButton {
             objectName: "inspectInsights"

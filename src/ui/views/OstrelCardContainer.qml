@@ -67,7 +67,6 @@ FocusScope {
         x: 16
         y: 16
         width: card.width - 32
-        height: card.height - 32
         spacing: 10
 
         Row {

@@ -1,0 +1,51 @@
+import QtQuick
+import QtQuick.Layouts
+import Korvantis.State
+import Korvantis.Screens
+
+// The processor: its load, its cores, and who uses it most.
+OstrelCardContainer {
+    id: view
+
+    required property MonitorStore store
+    required property OverviewPaneModel overview
+
+    title: "CPU"
+    iconName: "cpu.fill"
+    accentColor: OstrelTheme.cpu
+    headline: overview.cpu.headline
+    subheadline: overview.cpu.subheadline
+
+    SparklineView {
+        Layout.fillWidth: true
+        values: view.store.cpuHistory
+        color: OstrelTheme.cpu
+    }
+    CoreBars {
+        objectName: "coreBars"
+        Layout.fillWidth: true
+        shares: view.overview.cpu.coreShares
+        performanceCores: view.overview.cpu.performanceCores
+    }
+    CardLine {
+        name: view.overview.cpu.loadText
+        figure: view.overview.cpu.coresText
+        figureColor: OstrelTheme.ink3
+    }
+    RowLayout {
+        Layout.fillWidth: true
+        visible: view.overview.cpu.topName !== ""
+        spacing: 6
+
+        Rectangle {
+            Layout.preferredWidth: 6
+            Layout.preferredHeight: 6
+            radius: 3
+            color: OstrelTheme.cpu
+        }
+        CardLine {
+            name: view.overview.cpu.topName
+            figure: view.overview.cpu.topPercent
+        }
+    }
+}
