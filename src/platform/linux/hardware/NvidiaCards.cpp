@@ -26,7 +26,7 @@ constexpr unsigned mostSamples = 4096;
 const char* const gpuFolder = "/proc/driver/nvidia/gpus";
 
 std::optional<std::string> modelIn(const std::string& information) {
-  auto rest = lineField(information + "\n", "Model");
+  const auto rest = lineField(information, "Model");
   if (!rest) return std::nullopt;
   const std::size_t first = rest->find_first_not_of(" \t");
   return first == std::string_view::npos ? std::nullopt
@@ -182,7 +182,7 @@ std::vector<NvidiaCard> NvidiaCards::namedByDriver() const {
   std::sort(names.begin(), names.end());
   for (const std::string& name : names) {
     NvidiaCard card;
-    card.model = modelIn(attributeText(root + gpuFolder + "/" + name + "/information"));
+    card.model = modelIn(attributeText(root + gpuFolder + "/" + name + "/information") + "\n");
     cards.push_back(std::move(card));
   }
   return cards;
