@@ -51,7 +51,7 @@ void putTemperatures(Values& values, const SensorReading& reading) {
   putHottest(values, reading, SensorRole::wireless, {"TW0P"});
 }
 
-void putFans(Values& values, const std::vector<FanReading>& fans) {
+void putFans(Values& values, const std::vector<FanSpeeds>& fans) {
   if (fans.empty()) return;
   const std::size_t count = std::min(fans.size(), mostFans);
   values[smcFourCharacterCode("FNum")] = {smcFourCharacterCode("ui8 "),

@@ -14,7 +14,7 @@
 namespace korvantis {
 
 /// A fan now, in turns a minute; absent what it does not tell.
-struct FanReading {
+struct FanSpeeds {
   std::optional<double> current;
   std::optional<double> minimum;
   std::optional<double> maximum;
@@ -24,7 +24,7 @@ struct FanReading {
 struct SensorReading {
   /// Degrees Celsius by role, hottest first.
   std::map<SensorRole, std::vector<double>> celsius;
-  std::vector<FanReading> fans;
+  std::vector<FanSpeeds> fans;
 };
 
 /// The machine's sensors behind descriptors that stay open. Which there are is looked up every 30
