@@ -141,10 +141,54 @@ TEST(BusFacts, ConnectedBluetoothDevicesWithABatteryAreInputDevices) {
                                        {"BatteryPercent", PropertyValue{std::int64_t{85}}}}));
 }
 
+/// Gives an object of the session manager's stand-in a method that answers with a fixed value.
+void addSessionMethod(const PrivateBus& bus, const char* path, const char* interface,
+                      const char* name, const char* type, const char* code) {
+  ASSERT_GE(sd_bus_call_method(bus.connection(), "org.gnome.SessionManager", path,
+                               "org.freedesktop.DBus.Mock", "AddMethod", nullptr, nullptr, "sssss",
+                               interface, name, "", type, code),
+            0);
+}
+
+void addSessionInhibitor(const PrivateBus& bus, const char* path, const char* application,
+                         const char* reason, const char* flags) {
+  const char* const interface = "org.gnome.SessionManager.Inhibitor";
+  ASSERT_GE(
+      sd_bus_call_method(bus.connection(), "org.gnome.SessionManager", "/org/gnome/SessionManager",
+                         "org.freedesktop.DBus.Mock", "AddObject", nullptr, nullptr,
+                         "ssa{sv}a(ssss)", path, interface, 0, 0),
+      0);
+  addSessionMethod(bus, path, interface, "GetAppId", "s", application);
+  addSessionMethod(bus, path, interface, "GetReason", "s", reason);
+  addSessionMethod(bus, path, interface, "GetFlags", "u", flags);
+}
+
+TEST(BusFacts, InhibitorsOfTheSessionManagerAreAssertionsOfNobody) {
+  PrivateBus bus;
+  const char* const manager = "/org/gnome/SessionManager";
+  bus.startPlainService("org.gnome.SessionManager", manager);
+  addSessionInhibitor(bus, "/org/gnome/SessionManager/Inhibitor1", "ret = 'player'",
+                      "ret = 'Playing'", "ret = 8");
+  addSessionInhibitor(bus, "/org/gnome/SessionManager/Inhibitor2", "ret = 'burner'",
+                      "ret = 'Burning'", "ret = 5");
+  addSessionInhibitor(bus, "/org/gnome/SessionManager/Inhibitor3", "ret = 'editor'",
+                      "ret = 'Unsaved'", "ret = 1");
+  addSessionMethod(bus, manager, "org.gnome.SessionManager", "GetInhibitors", "ao",
+                   "ret = ['/org/gnome/SessionManager/Inhibitor%d' % n for n in (1, 2, 3, 4)]");
+  HardwareTree tree;
+  tree.sources.sessionBus = bus.address();
+  tree.open();
+  EXPECT_THAT(
+      eventually(tree, assertionsOf),
+      ElementsAre(Pair(0, ElementsAre(assertion("PreventUserIdleDisplaySleep", "player", "Playing"),
+                                      assertion("PreventSystemSleep", "burner", "Burning")))));
+}
+
 TEST(BusFacts, ABusWithoutTheServicesAnswersNothing) {
   const PrivateBus bus;
   HardwareTree tree;
   tree.sources.systemBus = bus.address();
+  tree.sources.sessionBus = bus.address();
   tree.open();
   EXPECT_THAT(assertionsOf(tree), IsEmpty());
   EXPECT_THAT(tree.services(keyboards), IsEmpty());

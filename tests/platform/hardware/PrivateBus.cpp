@@ -51,10 +51,24 @@ bool PrivateBus::connect() {
 }
 
 void PrivateBus::startService(const std::string& mockTemplate, const std::string& busName) {
-  services.push_back(ChildProcess::spawned(
-      "/usr/bin/env",
-      {"env", "DBUS_SYSTEM_BUS_ADDRESS=" + address(), "/usr/bin/python3", "-m", "dbusmock",
-       "--system", "--logfile", "/dev/null", "--template", mockTemplate}));
+  start({"--template", mockTemplate}, busName);
+}
+
+void PrivateBus::startPlainService(const std::string& busName, const std::string& path) {
+  start({busName, path, busName}, busName);
+}
+
+void PrivateBus::start(const std::vector<std::string>& words, const std::string& busName) {
+  std::vector<std::string> command{"env",
+                                   "DBUS_SYSTEM_BUS_ADDRESS=" + address(),
+                                   "/usr/bin/python3",
+                                   "-m",
+                                   "dbusmock",
+                                   "--system",
+                                   "--logfile",
+                                   "/dev/null"};
+  command.insert(command.end(), words.begin(), words.end());
+  services.push_back(ChildProcess::spawned("/usr/bin/env", command));
   for (int tries = 0; tries < mostTries && !services.back().hasEnded(); ++tries) {
     if (sd_bus_get_name_creds(client.get(), busName.c_str(), 0, nullptr) >= 0) return;
     pause();

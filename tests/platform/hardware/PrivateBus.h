@@ -23,6 +23,9 @@ class PrivateBus {
   /// Starts the stand-in of this name and waits until it is there under its bus name.
   void startService(const std::string& mockTemplate, const std::string& busName);
 
+  /// Starts an empty stand-in with one object whose interface is called like its bus name.
+  void startPlainService(const std::string& busName, const std::string& path);
+
   /// A connection for the test itself.
   sd_bus* connection() const { return client.get(); }
 
@@ -35,6 +38,7 @@ class PrivateBus {
   };
 
   bool connect();
+  void start(const std::vector<std::string>& words, const std::string& busName);
 
   TemporaryFolder folder;
   std::string socketPath;

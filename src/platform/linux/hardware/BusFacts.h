@@ -13,7 +13,7 @@
 
 namespace korvantis {
 
-/// What services on the system bus tell: who keeps the machine awake, and the batteries of
+/// What services on the message buses tell: who keeps the machine awake, and the batteries of
 /// Bluetooth devices. Each tick asks for the next answers and gets the last ones; nobody waits for
 /// the bus. Any thread.
 class BusFacts {
@@ -21,6 +21,7 @@ class BusFacts {
   explicit BusFacts(const HardwareSources& sources);
 
   /// Power assertions by process; empty before the first answer and when none came for 10 seconds.
+  /// Those of GNOME's session manager, which does not tell whose they are, stand under 0.
   AssertionsByProcess assertions();
 
   /// Properties of the Bluetooth devices that tell their battery; empty as above.
@@ -36,14 +37,19 @@ class BusFacts {
   template <typename Value>
   Value fresh(const Kept<Value>& kept);
   void fetch();
+  void fetchFromSystem();
+  void fetchFromSession();
 
   const std::function<double()> monotonicSeconds;
   /// Only the thread of `work` uses it; held by `fetching` where that is the one who asks.
+  BusSession system;
   BusSession session;
+  std::optional<double> refusedAt;
   std::mutex fetching;
 
   std::mutex lock;
   Kept<AssertionsByProcess> inhibitors;
+  Kept<std::vector<PropertyMap>> sessionInhibitors;
   Kept<std::vector<PropertyMap>> bluetooth;
 
   /// The last member: its thread ends before what it uses goes.

@@ -49,4 +49,33 @@ AssertionsByProcess readInhibitors(sd_bus_message* answer) {
   return assertions;
 }
 
+std::vector<std::string> readInhibitorPaths(sd_bus_message* answer) {
+  constexpr std::size_t most = 16;
+  std::vector<std::string> paths;
+  if (sd_bus_message_enter_container(answer, 'a', "o") <= 0) return paths;
+  const char* path = nullptr;
+  while (paths.size() < most && sd_bus_message_read(answer, "o", &path) > 0) {
+    paths.emplace_back(path);
+  }
+  return paths;
+}
+
+std::vector<PropertyMap> readSessionInhibitor(sd_bus_message* application, sd_bus_message* reason,
+                                              sd_bus_message* flags) {
+  constexpr std::uint32_t suspend = 4;
+  constexpr std::uint32_t idle = 8;
+  const char* who = "";
+  const char* why = "";
+  std::uint32_t what = 0;
+  if (flags == nullptr || sd_bus_message_read(flags, "u", &what) <= 0) return {};
+  if (application != nullptr) sd_bus_message_read(application, "s", &who);
+  if (reason != nullptr) sd_bus_message_read(reason, "s", &why);
+  std::vector<PropertyMap> assertions;
+  if ((what & idle) != 0) {
+    assertions.push_back(assertion("PreventUserIdleDisplaySleep", who, why));
+  }
+  if ((what & suspend) != 0) assertions.push_back(assertion("PreventSystemSleep", who, why));
+  return assertions;
+}
+
 }  // namespace korvantis
