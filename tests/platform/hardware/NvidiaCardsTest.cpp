@@ -132,10 +132,18 @@ TEST_F(NvidiaCards, IsStoppedInTheEnd) {
 
 TEST_F(NvidiaCards, ACardThatSleepsIsNotWoken) {
   const int starts = library.starts();
-  tree.write("sys/bus/pci/devices/0000:01:00.0/power/runtime_status", "suspended\n");
-  EXPECT_THAT(tree.services("IOAccelerator"),
-              ElementsAre(PropertyMap{{"model", named("NVIDIA GeForce RTX 3070")}}));
+  const std::string status = "sys/bus/pci/devices/0000:01:00.0/power/runtime_status";
+  tree.write(status, "suspended\n");
+  const PropertyMap nameAlone{{"model", named("NVIDIA GeForce RTX 3070")}};
+  EXPECT_THAT(tree.services("IOAccelerator"), ElementsAre(nameAlone));
   EXPECT_EQ(library.starts(), starts);
+  tree.write(status, "active\n");
+  tree.seconds = tree.seconds + 2;
+  EXPECT_EQ(tree.services("IOAccelerator").size(), 2U);
+  tree.write(status, "suspending\n");
+  tree.seconds = tree.seconds + 11;
+  EXPECT_THAT(tree.services("IOAccelerator"), ElementsAre(nameAlone))
+      << "nor once the library has started";
 }
 
 TEST_F(NvidiaCards, MissingLibraryLeavesTheNameThatTheDriverTells) {

@@ -89,18 +89,20 @@ bool NvidiaCards::isPresent() {
   return found;
 }
 
+bool NvidiaCards::allAreAsleep() const {
+  const auto cards = namesInFolder(root + gpuFolder);
+  return !cards.empty() && std::all_of(cards.begin(), cards.end(), [this](const std::string& card) {
+    return attributeText(root + "/sys/bus/pci/devices/" + card + "/power/runtime_status")
+        .starts_with("suspend");
+  });
+}
+
 bool NvidiaCards::mayAsk() {
+  // Any question wakes the cards; where one is awake, the others follow it.
+  if (libraryName.empty() || allAreAsleep()) return false;
   if (library) return true;
   const double now = monotonicSeconds();
-  if (libraryName.empty() || (triedAt && now - *triedAt < retryPace)) return false;
-  // Starting the library wakes every card; one that is awake will do.
-  const auto cards = namesInFolder(root + gpuFolder);
-  const bool allAsleep =
-      !cards.empty() && std::all_of(cards.begin(), cards.end(), [this](const std::string& card) {
-        return attributeText(root + "/sys/bus/pci/devices/" + card + "/power/runtime_status")
-            .starts_with("suspend");
-      });
-  if (allAsleep) return false;
+  if (triedAt && now - *triedAt < retryPace) return false;
   triedAt = now;
   library = NvidiaLibrary::open(libraryName);
   return library != nullptr;

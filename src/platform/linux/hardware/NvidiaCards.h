@@ -60,6 +60,7 @@ class NvidiaCards {
   };
 
   void fetch();
+  bool allAreAsleep() const;
   bool mayAsk();
   NvidiaCard ask(nvml::Device device, Device& known, double seconds) const;
   void addClients(NvidiaCard& card, nvml::Device device, Device& known, double seconds) const;
