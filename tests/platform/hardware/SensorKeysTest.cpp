@@ -1,6 +1,7 @@
 #include <array>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <tuple>
 
 #include "platform/hardware/HardwareTree.h"
 #include "support/ChildProcess.h"
@@ -149,6 +150,25 @@ TEST(SensorKeys, SensorsThatMoveOrTurnUpAreFoundAfterThirtySeconds) {
   EXPECT_THAT(tree.key("TH0x"), Optional(is(52.582)));
   EXPECT_THAT(tree.key("TC0P"), Optional(is(70)));
   EXPECT_EQ(tree.key("FNum"), std::nullopt);
+}
+
+TEST(SensorKeys, WhatEachTickReadsStaysOpen) {
+  HardwareTree tree("intel-laptop");
+  const auto ask = [&] {
+    tree.seconds = tree.seconds + 2;
+    return std::tuple(tree.keys(), tree.services("AppleSmartBattery"), tree.graphicsClients(),
+                      tree.calls.processInfo.thermalState());
+  };
+  const auto before = ask();
+  // A file that is written anew is another one: whoever kept the old one open sees no change.
+  for (const char* const path :
+       {"sys/class/hwmon/hwmon5/temp1_input", "sys/class/hwmon/hwmon7/fan1_input",
+        "sys/class/power_supply/BAT0/uevent", "sys/class/thermal/thermal_zone1/temp",
+        "proc/1200/fdinfo/9", "proc/1300/fdinfo/5"}) {
+    tree.remove(path);
+    tree.write(path, "130000\n");
+  }
+  for (int tick = 0; tick < 10; ++tick) EXPECT_EQ(ask(), before);
 }
 
 TEST(SensorKeys, ACardThatSleepsIsNotWoken) {

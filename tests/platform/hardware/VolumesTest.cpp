@@ -142,6 +142,45 @@ TEST(Volumes, TenThousandMountsAreUnderstoodAgainOnlyWhenTheyChanged) {
   EXPECT_THAT(tree.calls.volumes.mountedVolumePaths(), Optional(ElementsAre("/")));
 }
 
+TEST(Volumes, AListThatChangesAllTheTimeIsReadEveryFiveSeconds) {
+  HardwareTree tree;
+  const std::string root = line("8:1", "/", "ext4");
+  tree.write("proc/self/mountinfo", root);
+  const auto count = [&] { return tree.calls.volumes.mountedVolumePaths()->size(); };
+  const auto mount = [&](const std::string& list, double later) {
+    tree.write("proc/self/mountinfo", list);
+    tree.mountsChanged = true;
+    tree.seconds = tree.seconds + later;
+  };
+  EXPECT_EQ(count(), 1U);
+  mount(root + line("8:2", "/a", "ext4"), 2);
+  EXPECT_EQ(count(), 2U) << "the first change at once";
+  mount(root + line("8:2", "/a", "ext4") + line("8:3", "/b", "ext4"), 4.9);
+  EXPECT_EQ(count(), 2U);
+  tree.seconds = tree.seconds + 0.2;
+  EXPECT_EQ(count(), 3U) << "a change is not forgotten";
+}
+
+TEST(Volumes, ConcurrentTicksMayReadTheListInTheBackground) {
+  HardwareTree tree;
+  const std::string root = line("8:1", "/", "ext4");
+  tree.write("proc/self/mountinfo", root + line("8:2", "/data", "ext4"));
+  tree.sources.inBackground = true;
+  tree.open();
+  const auto tick = [&] {
+    for (int tries = 0; tries < 200; ++tries) {
+      const auto paths = tree.calls.volumes.mountedVolumePaths();
+      ASSERT_THAT(paths, Optional(ElementsAre("/", "/data")));
+      ASSERT_TRUE(tree.calls.volumes.resourceValues("/data"));
+      tree.mountsChanged = true;
+      tree.seconds.fetch_add(1);
+    }
+  };
+  std::thread other(tick);
+  tick();
+  other.join();
+}
+
 /// A network volume whose server answers when the test says so.
 class SlowServer {
  public:
@@ -222,7 +261,10 @@ TEST(Volumes, ARealMountTurnsUpAndGoes) {
     if (::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0) return "not permitted";
     PlatformCalls calls;
     addMachineCalls(calls, systemMachineSources());
-    const HardwareSources sources = systemHardwareSources();
+    HardwareSources sources = systemHardwareSources();
+    sources.inBackground = false;
+    double seconds = 0;
+    sources.monotonicSeconds = [&seconds] { return seconds += 6; };
     LinuxVolumes volumes(sources, calls.volumes.resourceValues);
     const std::string place = "/mnt/korvantis test " + std::to_string(::getpid());
     const auto isListed = [&] {

@@ -11,6 +11,8 @@ namespace {
 
 /// Ten thousand mounts take about one megabyte.
 constexpr std::size_t mostBytes = std::size_t{16} << 20;
+/// Where containers come and go all the time, the list changes with every tick.
+constexpr double readPace = 5.0;
 
 std::optional<std::string> wholeText(int descriptor) {
   std::string text;
@@ -35,20 +37,12 @@ LinuxVolumes::LinuxVolumes(const HardwareSources& sources, const Space& capacity
     : root(sources.root),
       mountsChanged(sources.mountsChanged),
       space(capacity),
-      unhurried(sources.monotonicSeconds, capacity) {}
+      unhurried(sources.monotonicSeconds, capacity),
+      work(sources.inBackground, sources.monotonicSeconds, readPace, [this] { readAgain(); }) {}
 
-bool LinuxVolumes::isStale() {
-  if (list) return !volumes || mountsChanged(list.number());
-  list = FileDescriptor(::open((root + "/proc/self/mountinfo").c_str(), O_RDONLY | O_CLOEXEC));
-  return true;
-}
-
-std::optional<std::vector<LinuxVolumes::Volume>> LinuxVolumes::readList() {
+std::optional<std::vector<LinuxVolumes::Volume>> LinuxVolumes::readList() const {
   const auto text = list ? wholeText(list.number()) : std::nullopt;
-  if (!text) {
-    list = FileDescriptor();
-    return std::nullopt;
-  }
+  if (!text) return std::nullopt;
   const auto labels = readVolumeLabels(root);
   std::vector<Volume> found;
   for (MountedFileSystem& mount : parseMountList(*text)) {
@@ -58,11 +52,50 @@ std::optional<std::vector<LinuxVolumes::Volume>> LinuxVolumes::readList() {
   return found;
 }
 
-std::optional<std::vector<std::string>> LinuxVolumes::paths() {
+void LinuxVolumes::readFirst() {
+  const std::scoped_lock one(reading);
+  {
+    const std::scoped_lock guard(lock);
+    if (volumes) return;
+  }
+  const std::string path = root + "/proc/self/mountinfo";
+  FileDescriptor fresh(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  {
+    const std::scoped_lock guard(lock);
+    list = std::move(fresh);
+  }
+  auto found = readList();
   const std::scoped_lock guard(lock);
-  if (isStale()) volumes = readList();
+  volumes = std::move(found);
+}
+
+void LinuxVolumes::readAgain() {
+  const std::scoped_lock one(reading);
+  {
+    // A change that comes from here on is another one.
+    const std::scoped_lock guard(lock);
+    stale = false;
+  }
+  auto found = readList();
+  const std::scoped_lock guard(lock);
+  volumes = std::move(found);
+}
+
+std::optional<std::vector<std::string>> LinuxVolumes::paths() {
+  bool isKnown = false;
+  bool hasChanged = false;
+  {
+    const std::scoped_lock guard(lock);
+    isKnown = volumes.has_value();
+    if (isKnown && mountsChanged(list.number())) stale = true;
+    hasChanged = stale;
+  }
+  if (!isKnown) readFirst();
+  if (isKnown && hasChanged) work.ask();
+  const std::scoped_lock guard(lock);
   if (!volumes) return std::nullopt;
   std::vector<std::string> result;
+  result.reserve(volumes->size());
   for (const Volume& volume : *volumes) result.push_back(volume.mount.path);
   return result;
 }

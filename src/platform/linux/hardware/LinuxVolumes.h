@@ -10,13 +10,15 @@
 #include "platform/linux/FileDescriptor.h"
 #include "platform/linux/hardware/HardwareSources.h"
 #include "platform/linux/hardware/MountList.h"
+#include "platform/linux/hardware/PacedWork.h"
 #include "platform/linux/hardware/UnhurriedVolumes.h"
 #include "platform/linux/hardware/VolumeTraits.h"
 
 namespace korvantis {
 
 /// The mounted volumes. The list of mounts stays open and is read and understood again only when
-/// the kernel says that it changed. Any thread.
+/// the kernel says that it changed, and then in the background: with thousands of mounts the kernel
+/// takes milliseconds to write it. Any thread.
 class LinuxVolumes {
  public:
   using Space = UnhurriedVolumes::Ask;
@@ -37,8 +39,9 @@ class LinuxVolumes {
     VolumeTraits traits;
   };
 
-  bool isStale();
-  std::optional<std::vector<Volume>> readList();
+  void readFirst();
+  void readAgain();
+  std::optional<std::vector<Volume>> readList() const;
   std::optional<Volume> volumeAt(const std::string& path);
 
   const std::string root;
@@ -46,10 +49,16 @@ class LinuxVolumes {
   const Space space;
   UnhurriedVolumes unhurried;
 
-  /// Held while the list is read: the second of two ticks takes what the first has found.
-  std::mutex lock;
+  /// Held while the list is read, so that nobody closes it meanwhile; taken before `lock`.
+  std::mutex reading;
   FileDescriptor list;
+
+  std::mutex lock;
+  bool stale = false;
   std::optional<std::vector<Volume>> volumes;
+
+  /// The last member: its thread ends before what it uses goes.
+  PacedWork work;
 };
 
 }  // namespace korvantis

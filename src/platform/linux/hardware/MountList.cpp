@@ -77,19 +77,26 @@ struct Line {
   std::string_view source;
 };
 
+/// Takes the next field off the front of a line; fields are parted by one blank each.
+std::string_view takeField(std::string_view& line) {
+  const std::string_view field = line.substr(0, line.find(' '));
+  line.remove_prefix(std::min(field.size() + 1, line.size()));
+  return field;
+}
+
 std::optional<Line> parseLine(std::string_view line) {
-  const std::size_t dash = line.find(" - ");
-  if (dash == std::string_view::npos) return std::nullopt;
-  std::string_view front = line.substr(0, dash);
-  std::string_view back = line.substr(dash + 3);
-  takeWord(front);
-  takeWord(front);
   Line parts;
-  parts.number = takeWord(front);
-  takeWord(front);
-  parts.path = takeWord(front);
-  parts.type = takeWord(back);
-  parts.source = takeWord(back);
+  takeField(line);
+  takeField(line);
+  parts.number = takeField(line);
+  takeField(line);
+  parts.path = takeField(line);
+  takeField(line);
+  // Any number of optional fields ends with a dash.
+  while (!line.empty() && takeField(line) != "-") {
+  }
+  parts.type = takeField(line);
+  parts.source = takeField(line);
   if (parts.path.empty() || parts.type.empty()) return std::nullopt;
   return parts;
 }
