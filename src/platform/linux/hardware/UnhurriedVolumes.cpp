@@ -26,13 +26,12 @@ bool UnhurriedVolumes::begin(const std::string& path) {
 }
 
 void UnhurriedVolumes::startAsking(const std::string& path) {
-  const auto work = [shared = answers, seconds = monotonicSeconds, question = ask, path] {
+  const auto work = [shared = answers, question = ask, path] {
     const auto values = question(path);
-    const double now = seconds();
     const std::scoped_lock guard(shared->lock);
     Answer& answer = shared->byPath[path];
     answer.asking = false;
-    answer.answeredAt = now;
+    answer.isNew = true;
     answer.values = values;
   };
   try {
@@ -48,7 +47,9 @@ std::optional<VolumeResourceValues> UnhurriedVolumes::values(const std::string& 
   if (begin(path)) startAsking(path);
   const double now = monotonicSeconds();
   const std::scoped_lock guard(answers->lock);
-  const Answer& answer = answers->byPath[path];
+  Answer& answer = answers->byPath[path];
+  // Its age counts from the first tick that could know of it.
+  if (std::exchange(answer.isNew, false)) answer.answeredAt = now;
   if (!answer.answeredAt || now - *answer.answeredAt > longestAge) return std::nullopt;
   return answer.values;
 }

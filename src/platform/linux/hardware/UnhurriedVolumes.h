@@ -28,6 +28,7 @@ class UnhurriedVolumes {
  private:
   struct Answer {
     bool asking = false;
+    bool isNew = false;
     std::optional<double> askedAt;
     std::optional<double> answeredAt;
     std::optional<VolumeResourceValues> values;
