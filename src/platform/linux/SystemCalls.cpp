@@ -16,6 +16,7 @@
 #include "platform/linux/MachineCalls.h"
 #include "platform/linux/MemoryInformation.h"
 #include "platform/linux/PropertyListFile.h"
+#include "platform/linux/hardware/HardwareCalls.h"
 
 namespace korvantis {
 namespace {
@@ -84,16 +85,13 @@ RandomCalls systemRandomCalls() {
 }
 
 ProcessInfoCalls systemProcessInfoCalls() {
-  return ProcessInfoCalls{
-      [] { return physicalMemoryBytes("/"); },
-      [] { return std::max<std::int64_t>(::sysconf(_SC_NPROCESSORS_ONLN), 1); },
-      [] { return std::int64_t{0}; }};
+  return ProcessInfoCalls{[] { return physicalMemoryBytes("/"); },
+                          [] { return std::max<std::int64_t>(::sysconf(_SC_NPROCESSORS_ONLN), 1); },
+                          [hardware = systemHardware()] { return hardware->thermalState(); }};
 }
 
 SMCCalls systemSMCCalls() {
-  SMCCalls calls;
-  calls.IOServiceGetMatchingService = [](const char*) { return std::uint32_t{0}; };
-  return calls;
+  return controllerCallsOf(systemHardware());
 }
 
 PlatformCalls systemPlatformCalls() {
@@ -119,10 +117,8 @@ PlatformCalls systemPlatformCalls() {
   calls.files = systemFileManagerCalls();
   calls.propertyLists.dictionaryWithContentsOfFile = readPropertyListFile;
   calls.runningApplications = noRunningApplications();
-  calls.power.powerSources = [] { return std::nullopt; };
-  calls.power.IOPMCopyAssertionsByProcess = [] { return std::nullopt; };
-  calls.volumes.mountedVolumePaths = [] { return std::nullopt; };
   addMachineCalls(calls, systemMachineSources());
+  addHardwareCalls(calls, systemHardwareSources(), systemHardware());
   return calls;
 }
 
