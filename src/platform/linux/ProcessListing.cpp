@@ -43,11 +43,12 @@ std::vector<ProcessListing::Candidate> ProcessListing::candidates(
   candidates.reserve(pids.size());
   const auto known = remembered.findAll(pids);
   for (std::size_t index = 0; index < pids.size(); ++index) {
-    std::optional<RememberedProcess> facts = known[index];
+    std::optional<ListingFacts> facts = known[index];
     if (!facts || now - facts->checkedAt >= knowledgeLife) {
       const auto reading = ProcessReading::open(sources.root, pids[index]);
       if (!reading || !rememberFacts(*reading, remembered, now)) continue;
-      facts = remembered.find(reading->identity());
+      facts = remembered.findAll({pids[index]}).front();
+      if (facts && facts->startTicks != reading->identity().startTicks) continue;
     }
     if (!facts || facts->isKernelThread) continue;
     candidates.push_back({{pids[index], facts->startTicks}, facts->userID == sources.userID});

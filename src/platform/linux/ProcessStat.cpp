@@ -22,8 +22,9 @@ constexpr std::size_t systemTicksWord = 12;
 constexpr std::size_t niceWord = 16;
 constexpr std::size_t threadCountWord = 17;
 constexpr std::size_t startTicksWord = 19;
+constexpr std::size_t residentPagesWord = 21;
 
-using Words = std::array<std::string_view, startTicksWord + 1>;
+using Words = std::array<std::string_view, residentPagesWord + 1>;
 
 /// Reads number after number and remembers whether one was none.
 struct WordReader {
@@ -47,9 +48,12 @@ struct WordReader {
 
 std::optional<Words> wordsAfterName(std::string_view text) {
   Words words;
-  for (std::string_view& word : words) word = takeWord(text);
-  // With nothing behind it the start time may be cut in the middle of its digits.
-  if (words[stateWord].size() != 1 || text.empty()) return std::nullopt;
+  for (std::size_t index = 0; index < words.size(); ++index) {
+    words[index] = takeWord(text);
+    // With nothing behind it the start time may be cut in the middle of its digits.
+    if (index == startTicksWord && text.empty()) return std::nullopt;
+  }
+  if (words[stateWord].size() != 1) return std::nullopt;
   return words;
 }
 
@@ -81,6 +85,7 @@ std::optional<ProcessStat> parseProcessStat(std::string_view text) {
   stat.nice = reader.number32(niceWord);
   stat.threadCount = reader.counter(threadCountWord);
   stat.startTicks = reader.counter(startTicksWord);
+  stat.residentPages = unsignedNumber((*words)[residentPagesWord]).value_or(0);
   return reader.failed ? std::nullopt : std::optional(std::move(stat));
 }
 

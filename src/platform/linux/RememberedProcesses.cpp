@@ -1,9 +1,16 @@
 #include "platform/linux/RememberedProcesses.h"
 
-#include <unordered_set>
+#include <algorithm>
 #include <utility>
 
 namespace korvantis {
+namespace {
+
+const ListingFacts& listingFacts(const RememberedProcess& process) {
+  return process;
+}
+
+}  // namespace
 
 std::optional<RememberedProcess> RememberedProcesses::find(std::int32_t pid) const {
   const std::lock_guard guard(lock);
@@ -17,16 +24,26 @@ std::optional<RememberedProcess> RememberedProcesses::find(const ProcessIdentity
   return kept;
 }
 
-std::vector<std::optional<RememberedProcess>> RememberedProcesses::findAll(
+std::vector<std::optional<ListingFacts>> RememberedProcesses::findAll(
     const std::vector<std::int32_t>& pids) const {
-  std::vector<std::optional<RememberedProcess>> kept;
-  kept.reserve(pids.size());
+  std::vector<std::optional<ListingFacts>> known(pids.size());
   const std::lock_guard guard(lock);
-  for (const std::int32_t pid : pids) {
-    const auto found = processes.find(pid);
-    kept.push_back(found == processes.end() ? std::nullopt : std::optional(found->second));
+  for (std::size_t index = 0; index < pids.size(); ++index) {
+    const auto found = processes.find(pids[index]);
+    if (found != processes.end()) known[index] = listingFacts(found->second);
   }
-  return kept;
+  return known;
+}
+
+std::shared_ptr<const ProcessFolder> RememberedProcesses::folder(std::int32_t pid) const {
+  const std::lock_guard guard(lock);
+  const auto found = processes.find(pid);
+  return found == processes.end() ? nullptr : found->second.folder;
+}
+
+void RememberedProcesses::giveBackFolders() {
+  const std::lock_guard guard(lock);
+  for (auto& [pid, process] : processes) process.folder.reset();
 }
 
 void RememberedProcesses::markShown(const std::vector<ProcessIdentity>& identities) {
@@ -49,10 +66,12 @@ bool RememberedProcesses::takeNewHeir(const ProcessIdentity& identity) {
 
 void RememberedProcesses::forgetAllBut(const std::vector<std::int32_t>& pids,
                                        double checkedBefore) {
-  const std::unordered_set<std::int32_t> present(pids.begin(), pids.end());
+  std::vector<std::int32_t> present = pids;
+  std::sort(present.begin(), present.end());
   const std::lock_guard guard(lock);
   std::erase_if(processes, [&](const auto& entry) {
-    return entry.second.checkedAt < checkedBefore && !present.contains(entry.first);
+    return entry.second.checkedAt < checkedBefore &&
+           !std::binary_search(present.begin(), present.end(), entry.first);
   });
 }
 
