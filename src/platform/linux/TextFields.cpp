@@ -7,7 +7,9 @@
 namespace korvantis {
 namespace {
 
-constexpr std::string_view blanks = " \t\n\r";
+constexpr bool isBlank(char character) {
+  return character == ' ' || character == '\t' || character == '\n' || character == '\r';
+}
 
 template <typename Number>
 std::optional<Number> wholeNumber(std::string_view text, int base) {
@@ -29,9 +31,10 @@ std::optional<std::int64_t> signedNumber(std::string_view text) {
 }
 
 std::string_view takeWord(std::string_view& text) {
-  text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
-  const std::string_view word = text.substr(0, text.find_first_of(blanks));
-  text.remove_prefix(word.size());
+  const auto begin = std::find_if_not(text.begin(), text.end(), isBlank);
+  const auto end = std::find_if(begin, text.end(), isBlank);
+  const std::string_view word(begin, end);
+  text = std::string_view(end, text.end());
   return word;
 }
 
