@@ -7,9 +7,10 @@
 namespace korvantis {
 namespace {
 
-constexpr bool isBlank(char character) {
+/// An object and no function, so that searches for it are compiled in place.
+constexpr auto isBlank = [](char character) {
   return character == ' ' || character == '\t' || character == '\n' || character == '\r';
-}
+};
 
 template <typename Number>
 std::optional<Number> wholeNumber(std::string_view text, int base) {
