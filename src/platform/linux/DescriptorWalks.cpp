@@ -30,8 +30,9 @@ std::shared_ptr<const DescriptorWalk> DescriptorWalks::walk(const ProcessReading
                                                             std::size_t limit) const {
   if (!reading.cpuNanoseconds) return walkNow(reading, limit);
   const double now = sources.steadySeconds();
-  const auto kept = remembered.find(reading.identity());
-  const auto last = kept ? kept->walk : nullptr;
+  std::shared_ptr<const DescriptorWalk> last;
+  remembered.visit(reading.identity(),
+                   [&](const RememberedProcess& process) { last = process.walk; });
   const bool stands = last && last->cpuNanoseconds == *reading.cpuNanoseconds &&
                       last->limit == limit && now < last->dueAt;
   if (stands) return last;

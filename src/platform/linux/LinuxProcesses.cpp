@@ -112,11 +112,9 @@ std::shared_ptr<ProcessReading> LinuxProcesses::openReading(std::int32_t pid) co
   return ProcessReading::open(sources.root, pid);
 }
 
-void LinuxProcesses::keepFolder(ProcessReading& reading) const {
+std::shared_ptr<const ProcessFolder> LinuxProcesses::folderToKeep(ProcessReading& reading) const {
   auto folder = reading.takeNewFolder();
-  if (!folder || !folder->keepOpen(descriptorBudget)) return;
-  remembered.update(reading.identity(),
-                    [&](RememberedProcess& process) { process.folder = std::move(folder); });
+  return folder && folder->keepOpen(descriptorBudget) ? folder : nullptr;
 }
 
 std::shared_ptr<ProcessReading> LinuxProcesses::current(std::int32_t pid) const {
@@ -157,12 +155,12 @@ int LinuxProcesses::basicInformation(std::int32_t pid, void* buffer) {
   const auto reading = current(pid);
   if (!reading || reading->stat().isKernelThread) return failure(ESRCH, 0);
   quietProcesses.begin(*reading);
-  if (!rememberFacts(*reading, remembered, sources.steadySeconds())) return failure(ESRCH, 0);
-  keepFolder(*reading);
+  const auto facts = listingFacts(*reading, sources.steadySeconds());
+  if (!facts) return failure(ESRCH, 0);
   // Callers keep figures by number alone. Missing for one tick makes them drop those of the
   // process before, so that this one never shows them as its own.
-  if (remembered.takeNewHeir(reading->identity())) return failure(ESRCH, 0);
-  remembered.markShown({reading->identity()});
+  if (remembered.show(reading->identity(), *facts, folderToKeep(*reading)))
+    return failure(ESRCH, 0);
   if (!reading->isQuiet) reading->shownName = fullName(*reading);
   return answer(
       ProcessRecords::basicInformation(reading->stat(), *reading->status(), reading->shownName,

@@ -67,7 +67,7 @@ class LinuxProcesses {
   ProcessPass& newPass() const;
   std::shared_ptr<ProcessReading> openReading(std::int32_t pid) const;
   std::shared_ptr<ProcessReading> current(std::int32_t pid) const;
-  void keepFolder(ProcessReading& reading) const;
+  std::shared_ptr<const ProcessFolder> folderToKeep(ProcessReading& reading) const;
   const ListeningSockets& listeningSockets(ProcessPass& currentPass) const;
   std::optional<ProcessAncestry> ancestry(std::int32_t pid) const;
   ProcessDiskBytes heldDiskBytes(const ProcessIdentity& identity) const;

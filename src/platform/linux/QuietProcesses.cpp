@@ -12,19 +12,23 @@ constexpr std::size_t mostBytesKept = 4096;
 }  // namespace
 
 void QuietProcesses::begin(ProcessReading& reading) const {
-  const auto kept = remembered.find(reading.identity());
-  if (!kept || !sources.cpuNanoseconds) return;
-  reading.cpuNanoseconds = sources.cpuNanoseconds(reading.identity().pid);
-  if (!reading.cpuNanoseconds || !kept->standing) return;
-  const StandingFigures& standing = *kept->standing;
-  reading.isBusy = standing.cpuNanoseconds != *reading.cpuNanoseconds;
-  // Memory can be taken away from a process that sleeps.
-  reading.isQuiet = !reading.isBusy && standing.residentPages == reading.stat().residentPages &&
-                    sources.steadySeconds() < standing.dueAt;
-  if (!reading.isQuiet) return;
-  reading.setStatus(standing.status);
-  reading.shownName = standing.name;
-  reading.standingUsage = {standing.disk, kept->wakeups};
+  if (!sources.cpuNanoseconds) return;
+  if (!remembered.visit(reading.identity(), [](const RememberedProcess&) {})) return;
+  const auto cpu = reading.cpuNanoseconds = sources.cpuNanoseconds(reading.identity().pid);
+  if (!cpu) return;
+  const double now = sources.steadySeconds();
+  remembered.visit(reading.identity(), [&](const RememberedProcess& kept) {
+    if (!kept.standing) return;
+    const StandingFigures& standing = *kept.standing;
+    reading.isBusy = standing.cpuNanoseconds != *cpu;
+    // Memory can be taken away from a process that sleeps.
+    reading.isQuiet = !reading.isBusy && now < standing.dueAt &&
+                      standing.residentPages == reading.stat().residentPages;
+    if (!reading.isQuiet) return;
+    reading.setStatus(standing.status);
+    reading.shownName = standing.name;
+    reading.standingUsage = {standing.disk, kept.wakeups};
+  });
 }
 
 void QuietProcesses::keep(const ProcessReading& reading, const ProcessStatus& status,

@@ -54,6 +54,8 @@ struct StandingArguments {
 
 /// What is kept of a process between calls.
 struct RememberedProcess : ListingFacts {
+  void setListingFacts(const ListingFacts& facts) { static_cast<ListingFacts&>(*this) = facts; }
+
   /// Whether somebody has been told of it.
   bool wasShown = false;
   /// It has the number of a process that somebody had been told of, and has not been told of
@@ -94,17 +96,31 @@ class RememberedProcesses {
   /// Lets go of all open folders.
   void giveBackFolders();
 
+  /// Hands what is kept of exactly this process to `look`, which must not call back; says whether
+  /// there is anything.
+  template <typename Look>
+  bool visit(const ProcessIdentity& identity, const Look& look) const {
+    const std::lock_guard guard(lock);
+    const auto found = processes.find(identity.pid);
+    if (found == processes.end()) return false;
+    if (found->second.startTicks != identity.startTicks) return false;
+    look(found->second);
+    return true;
+  }
+
   /// Changes what is kept of this process through `change`, which must not call back. A process
   /// that began later takes the place of an earlier one of its number, never the other way round:
   /// of two overlapping passes the slower one must not bring a dead process back.
   template <typename Change>
   void update(const ProcessIdentity& identity, const Change& change) {
+    std::shared_ptr<const ProcessFolder> former;  // closed after the lock
     const std::lock_guard guard(lock);
     const auto [entry, isNew] = processes.try_emplace(identity.pid);
     RememberedProcess& kept = entry->second;
     if (!isNew && kept.startTicks > identity.startTicks) return;
     if (isNew || kept.startTicks < identity.startTicks) {
       const bool isNewHeir = kept.wasShown || kept.isNewHeir;
+      former.swap(kept.folder);
       kept = RememberedProcess{};
       kept.startTicks = identity.startTicks;
       kept.isNewHeir = isNewHeir;
@@ -115,9 +131,11 @@ class RememberedProcesses {
   /// Marks processes as shown, each under the number and start that it was found with.
   void markShown(const std::vector<ProcessIdentity>& identities);
 
-  /// Whether this process has just come by a number that somebody knows as another's; says so
-  /// once.
-  bool takeNewHeir(const ProcessIdentity& identity);
+  /// Remembers `facts` of a process that is about to be shown, and its open folder where there is
+  /// one to keep. Says whether it must stay hidden: it has just come by a number that somebody
+  /// knows as another's. That is said once; the next time it is shown.
+  bool show(const ProcessIdentity& identity, const ListingFacts& facts,
+            std::shared_ptr<const ProcessFolder> folder);
 
   /// Forgets every process whose number is not in `pids` and that was last checked before
   /// `checkedBefore` (one that came since the numbers were read is not in them yet).
