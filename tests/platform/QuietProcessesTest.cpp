@@ -105,6 +105,23 @@ TEST_F(QuietProcesses, AreReadInFullOnceInAWhileAllTheSame) {
   EXPECT_TRUE(showsNewFigures());
 }
 
+TEST_F(QuietProcesses, AreNotAskedForTheWakeupsOfTheirThreadsUntilTheyHaveRun) {
+  process.switches = {50, 5};
+  machine.put(process);
+  ++*cpu;
+  machine.seconds += 50;
+  tick();
+  EXPECT_EQ(usage->ri_pkg_idle_wkups, 55U);
+  process.switches = {60, 6};
+  machine.put(process);
+  machine.seconds += 50;
+  tick();
+  EXPECT_EQ(usage->ri_pkg_idle_wkups, 55U);
+  ++*cpu;
+  tick();
+  EXPECT_EQ(usage->ri_pkg_idle_wkups, 66U);
+}
+
 TEST_F(QuietProcesses, AreReadInFullWhenMemoryWasTakenFromThem) {
   changeAll();
   replaceInStat(" 1000000 250 ", " 1000000 249 ");

@@ -66,6 +66,8 @@ struct RememberedProcess : ListingFacts {
   /// The sum of voluntary switches, and when it is due again.
   std::uint64_t wakeups = 0;
   double wakeupsDueAt = -std::numeric_limits<double>::infinity();
+  /// CPU time before the sum was made.
+  std::optional<std::uint64_t> wakeupsCpuNanoseconds;
   /// Absent until it has been read in full.
   std::optional<StandingFigures> standing;
   /// Null when none are kept.
