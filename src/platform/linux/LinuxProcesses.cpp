@@ -159,8 +159,8 @@ int LinuxProcesses::basicInformation(std::int32_t pid, void* buffer) {
   if (!facts) return failure(ESRCH, 0);
   // Callers keep figures by number alone. Missing for one tick makes them drop those of the
   // process before, so that this one never shows them as its own.
-  if (remembered.show(reading->identity(), *facts, folderToKeep(*reading)))
-    return failure(ESRCH, 0);
+  const bool isHidden = remembered.show(reading->identity(), *facts, folderToKeep(*reading));
+  if (isHidden) return failure(ESRCH, 0);
   if (!reading->isQuiet) reading->shownName = fullName(*reading);
   return answer(
       ProcessRecords::basicInformation(reading->stat(), *reading->status(), reading->shownName,
