@@ -1,15 +1,24 @@
 #include "platform/linux/TextFields.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <limits>
 
 namespace korvantis {
 namespace {
 
+constexpr std::array<bool, 256> blankBytes() {
+  std::array<bool, 256> table{};
+  for (const unsigned char blank : {' ', '\t', '\n', '\r'}) table[blank] = true;
+  return table;
+}
+
+constexpr std::array<bool, 256> blanks = blankBytes();
+
 /// An object and no function, so that searches for it are compiled in place.
 constexpr auto isBlank = [](char character) {
-  return character == ' ' || character == '\t' || character == '\n' || character == '\r';
+  return blanks[static_cast<unsigned char>(character)];
 };
 
 template <typename Number>
