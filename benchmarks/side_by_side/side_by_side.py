@@ -1,23 +1,26 @@
 #!/usr/bin/env python3
-"""Prints what one refresh costs: our engine's tick beside top, htop and btop.
+"""Prints what one refresh costs, as Markdown: our engine's tick beside top, htop and btop.
 
-side_by_side.py BIN [--processes 400] [--seconds 50]
+side_by_side.py BIN [--processes 400] [--seconds 50] [--rounds 2]
 
-BIN holds idle_processes, tick_loop and scan_floor. All run one after the other on this machine,
-under the same idle processes, each refreshing every 2 seconds; the peers draw on a terminal of
-their own. CPU time is that of every process of a program's tree, read from its CPU clock, less
-the first seconds. System calls come from strace in a run of their own, since tracing slows.
+BIN holds idle_processes, tick_loop and scan_floor. All run by turns on this machine, round after
+round, under the same idle processes, each refreshing every 2 seconds; the peers draw on a terminal
+of their own. Figures are CPU time, which other load disturbs less than elapsed time: that of every
+process of a program's tree, read from its CPU clock, less the first seconds. System calls come
+from strace in runs of their own, since tracing slows. Only processes started here are ended.
 """
 import argparse
 import collections
 import fcntl
 import os
+import platform
 import pty
 import shutil
 import signal
 import statistics
 import struct
 import subprocess
+import sys
 import tempfile
 import termios
 import threading
@@ -25,6 +28,7 @@ import time
 
 INTERVAL = 2.0
 WARM_UP = 6.0
+PEER_SECONDS = 20.0
 PEERS = {
     "top": ["top", "-d", "2"],
     "htop": ["htop", "-d", "20"],
@@ -108,35 +112,60 @@ def measured_peer(command, seconds):
             peer.end()
 
 
-def traced_calls_of_peer(command, seconds=10):
-    """System calls of one refresh; absent without strace."""
-    with tempfile.TemporaryDirectory() as home:
-        log = os.path.join(home, "calls")
-        peer = Terminal(["strace", "-f", "-qq", "-c", "-o", log, *command], home)
+def total_calls(lines):
+    """The last line of strace's table."""
+    words = [line.split() for line in lines]
+    counts = [int(line[0]) for line in words if len(line) == 2 and line[1] == "total"]
+    return counts[0] if counts else None
+
+
+def traced_calls(pid, seconds=10):
+    """System calls of a running program's tree in one refresh; absent when tracing is refused."""
+    with tempfile.TemporaryDirectory() as folder:
+        log = os.path.join(folder, "calls")
+        tracer = subprocess.Popen(["strace", "-f", "-qq", "-c", "-U", "calls,name", "-o", log,
+                                   "-p", str(pid)], stderr=subprocess.DEVNULL)
         time.sleep(seconds)
-        for pid in tree(peer.pid)[1:]:
-            os.kill(pid, signal.SIGTERM)
+        tracer.send_signal(signal.SIGINT)
+        tracer.wait()
         try:
-            os.waitpid(peer.pid, 0)
-        except ChildProcessError:
-            pass
-        with open(log) as lines:
-            total = [line for line in lines if line.rstrip().endswith("total")]
-        return int(total[-1].split()[2 if len(total[-1].split()) < 6 else 3]) / (seconds / INTERVAL) \
-            if total else None
+            with open(log) as lines:
+                calls = total_calls(lines)
+        except OSError:
+            return None
+        return None if calls is None else calls / (seconds / INTERVAL)
 
 
-def tick_lines(binaries, seconds):
-    output = subprocess.run([f"{binaries}/tick_loop", str(seconds)], capture_output=True, text=True,
-                            check=True).stdout.splitlines()
-    ticks = [line.split() for line in output if not line.startswith("pss")]
-    pss = [int(line.split()[1]) for line in output if line.startswith("pss")]
-    return ticks, (pss or [0])[0]
+def traced_calls_of_peer(command):
+    with tempfile.TemporaryDirectory() as home:
+        peer = Terminal(command, home)
+        try:
+            time.sleep(WARM_UP)
+            return traced_calls(peer.pid)
+        finally:
+            peer.end()
 
 
-def plain_tick_calls(binaries, seconds=9):
+class Ticks:
+    """What tick_loop told: each tick's CPU milliseconds, and which were plain."""
+
+    def __init__(self, binaries, seconds, interval=INTERVAL):
+        output = subprocess.run([f"{binaries}/tick_loop", str(seconds), str(interval)],
+                                capture_output=True, text=True, check=True).stdout.splitlines()
+        lines = [line.split() for line in output]
+        self.pss = [int(line[1]) / 1024 for line in lines if line[0] == "pss"][0]
+        ticks = [line for line in lines if line[0] != "pss"]
+        self.costs = [float(cost) / 1e3 for _, _, cost in ticks]
+        self.plain = [float(cost) / 1e3 for kind, _, cost in ticks if kind == "plain"]
+        self.processes = int(ticks[-1][1])
+
+    def worst_over_median(self):
+        return max(self.costs) / statistics.median(self.costs)
+
+
+def plain_tick_calls(binaries, seconds=13):
     """System calls of a plain tick: those between its two marks."""
-    with tempfile.NamedTemporaryFile(mode="r") as log:
+    with tempfile.NamedTemporaryFile(mode="r", errors="replace") as log:
         subprocess.run(["strace", "-f", "-qq", "-s", "8", "-o", log.name, f"{binaries}/tick_loop",
                         str(seconds)], stdout=subprocess.DEVNULL, check=True)
         counts, running = [], None
@@ -153,51 +182,156 @@ def plain_tick_calls(binaries, seconds=9):
         return statistics.median(counts) if counts else None
 
 
-def row(name, cpu, calls, processes, top):
-    per_process = "" if calls is None else f"{calls / processes:.1f}"
-    print(f"| {name} | {cpu:.2f} | {cpu / top:.2f} | {per_process} |")
+def floor_cost(binaries):
+    """CPU milliseconds of enumerate + stat + io with fresh opens, and how many processes."""
+    words = subprocess.run([f"{binaries}/scan_floor", "15"], capture_output=True, text=True,
+                           check=True).stdout.split()
+    return float(words[0]) / 1e3, int(words[1])
 
 
-def report(binaries, seconds):
-    ticks, pss = tick_lines(binaries, seconds)
-    costs = [float(cost) / 1e3 for _, _, cost in ticks]
-    plain = [float(cost) / 1e3 for kind, _, cost in ticks if kind == "plain"]
-    processes = int(ticks[-1][1])
-    floor = float(subprocess.run([f"{binaries}/scan_floor", "15"], capture_output=True, text=True,
-                                 check=True).stdout.split()[0]) / 1e3
-    peers = {name: measured_peer(command, seconds) for name, command in PEERS.items()
-             if shutil.which(command[0])}
-    top = statistics.mean(peers["top"])
-    has_strace = shutil.which("strace") is not None
+def floor_calls(binaries):
+    """System calls of one round of the floor: what a run of two rounds makes beyond one of one."""
+    totals = []
+    for rounds in (1, 2):
+        with tempfile.NamedTemporaryFile(mode="r") as log:
+            subprocess.run(["strace", "-f", "-qq", "-c", "-U", "calls,name", "-o", log.name,
+                            f"{binaries}/scan_floor", str(rounds)], stdout=subprocess.DEVNULL,
+                           check=True)
+            totals.append(total_calls(log))
+    return totals[1] - totals[0] if None not in totals else None
 
-    print(f"\n{processes} processes, a refresh every {INTERVAL:g} s, {seconds:g} s each\n")
-    print("| one refresh of | CPU ms | x top | system calls a process |\n|---|---|---|---|")
-    row("our plain tick (median)", statistics.median(plain),
-        plain_tick_calls(binaries) if has_strace else None, processes, top)
-    row("our mean tick, paced work included", statistics.mean(costs), None, processes, top)
-    row("our worst tick", max(costs), None, processes, top)
-    row("enumerate + stat + io, fresh opens", floor, None, processes, top)
-    for name, peer_costs in peers.items():
-        calls = traced_calls_of_peer(PEERS[name]) if has_strace else None
-        row(f"{name} (mean)", statistics.mean(peer_costs), calls, processes, top)
-    print(f"\nworst tick / median tick: {max(costs) / statistics.median(costs):.2f}")
-    print(f"memory of the engine without a window (PSS): {pss / 1024:.1f} MB")
+
+class Herd:
+    """So many idle processes, as long as the block lasts."""
+
+    def __init__(self, binaries, count):
+        self.command = [f"{binaries}/idle_processes", str(count)]
+
+    def __enter__(self):
+        self.process = subprocess.Popen(self.command, stdin=subprocess.PIPE,
+                                        stdout=subprocess.PIPE, text=True)
+        self.process.stdout.readline()
+
+    def __exit__(self, *_):
+        self.process.stdin.close()
+        self.process.wait()
+
+
+def machine():
+    model = "unknown processor"
+    with open("/proc/cpuinfo") as lines:
+        for line in lines:
+            if line.startswith("model name"):
+                model = line.split(":", 1)[1].strip()
+                break
+    memory = os.sysconf("SC_PAGE_SIZE") * os.sysconf("SC_PHYS_PAGES") / 2**30
+    load = os.getloadavg()[0]
+    return (f"{model}, {os.cpu_count()} cores, {memory:.0f} GiB, Linux {platform.release()}, "
+            f"{time.strftime('%Y-%m-%d')}; load average before the run {load:.1f}")
+
+
+def number(value, digits=2):
+    return "-" if value is None else f"{value:.{digits}f}"
+
+
+def ratio(value, base):
+    return None if value is None or not base else value / base
+
+
+def compare(binaries, seconds, rounds):
+    """The figures of all programs under one herd, by turns."""
+    found = {"ticks": [], "floor": [], "peers": collections.defaultdict(list)}
+    for _ in range(rounds):
+        found["ticks"].append(Ticks(binaries, seconds))
+        found["floor"].append(floor_cost(binaries))
+        for name, command in PEERS.items():
+            if shutil.which(command[0]):
+                found["peers"][name] += measured_peer(command, PEER_SECONDS)
+    found["calls"] = {}
+    if shutil.which("strace"):
+        found["calls"] = {name: traced_calls_of_peer(PEERS[name]) for name in found["peers"]}
+        found["calls"]["plain"] = plain_tick_calls(binaries)
+        found["calls"]["floor"] = floor_calls(binaries)
+    return found
+
+
+def scaling(binaries, few, many):
+    """How much dearer a process becomes when there are more of them: 1 is not at all."""
+    each = {few: [], many: []}
+    for count in (few, many, few, many):
+        with Herd(binaries, count):
+            ticks = Ticks(binaries, 15, 1)
+            each[count].append(statistics.median(ticks.plain) / ticks.processes)
+    return statistics.mean(each[many]) / statistics.mean(each[few])
+
+
+def print_costs(found, processes):
+    ticks, calls = found["ticks"], found["calls"]
+    floor = statistics.mean(cost for cost, _ in found["floor"])
+    top = statistics.mean(found["peers"]["top"]) if found["peers"]["top"] else None
+    all_costs = [cost for run in ticks for cost in run.costs]
+    rows = [("our plain tick (median)",
+             statistics.median(cost for run in ticks for cost in run.plain), calls.get("plain")),
+            ("our mean tick, all paced work included", statistics.mean(all_costs), None),
+            ("our worst tick", max(all_costs), None),
+            ("enumerate + stat + io, fresh opens", floor, calls.get("floor"))]
+    rows += [(f"{name} (mean)", statistics.mean(costs), calls.get(name))
+             for name, costs in found["peers"].items() if costs]
+    print("| one refresh of | CPU ms | x top | x fresh opens | system calls a process |")
+    print("|---|---|---|---|---|")
+    for name, cost, count in rows:
+        print(f"| {name} | {cost:.2f} | {number(ratio(cost, top))} | {cost / floor:.2f} "
+              f"| {number(ratio(count, processes), 1)} |")
+    for name in PEERS:
+        if not found["peers"][name]:
+            print(f"| {name} | not installed here | - | - | - |")
+    return dict((name, cost) for name, cost, _ in rows), top, floor
+
+
+def print_promises(found, costs, top, floor, processes, growth):
+    mean = costs["our mean tick, all paced work included"]
+    plain = costs["our plain tick (median)"]
+    calls = found["calls"].get("plain")
+    worst = statistics.median(run.worst_over_median() for run in found["ticks"])
+    pss = max(run.pss for run in found["ticks"])
+    rows = [("plain tick / top", ratio(plain, top), "1.2", "0.75"),
+            ("plain tick / fresh opens", ratio(plain, floor), "1.5", ""),
+            ("mean tick / btop", ratio(mean, costs.get("btop (mean)")), "1.0", ""),
+            ("mean tick / htop", ratio(mean, costs.get("htop (mean)")), "0.33", ""),
+            ("mean tick / top", ratio(mean, top), "", "1.0"),
+            ("worst tick / median tick", worst, "3", "1.5"),
+            ("system calls a process, plain tick", ratio(calls, processes), "10", "3"),
+            ("cost of a process at 1000 / at 400", growth, "1.15", "1.15"),
+            ("engine without a window, PSS in MB", pss, "12", "8")]
+    print("\n| promise | measured | at most | goal |\n|---|---|---|---|")
+    for name, value, most, goal in rows:
+        print(f"| {name} | {number(value)} | {most} | {goal} |")
+
+
+def report(binaries, chosen):
+    print(f"{machine()}\n", flush=True)
+    with Herd(binaries, chosen.processes):
+        found = compare(binaries, chosen.seconds, chosen.rounds)
+    processes = found["ticks"][-1].processes
+    growth = scaling(binaries, 400, 1000)
+    print(f"{processes} processes, {chosen.processes} of them idle ones started for this; a refresh "
+          f"every {INTERVAL:g} s; {chosen.rounds} rounds of {chosen.seconds:g} s for us and "
+          f"{PEER_SECONDS:g} s for each other program.\n")
+    costs, top, floor = print_costs(found, processes)
+    print_promises(found, costs, top, floor, processes, growth)
 
 
 def main():
-    parser = argparse.ArgumentParser(description=__doc__)
+    parser = argparse.ArgumentParser(description=__doc__,
+                                     formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("binaries")
     parser.add_argument("--processes", type=int, default=400)
     parser.add_argument("--seconds", type=float, default=50)
+    parser.add_argument("--rounds", type=int, default=2)
     chosen = parser.parse_args()
-    herd = subprocess.Popen([f"{chosen.binaries}/idle_processes", str(chosen.processes)],
-                            stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
-    try:
-        herd.stdout.readline()
-        report(chosen.binaries, chosen.seconds)
-    finally:
-        herd.stdin.close()
-        herd.wait()
+    # So that whatever was started is ended as well when this is.
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
+    report(chosen.binaries, chosen)
 
 
 if __name__ == "__main__":

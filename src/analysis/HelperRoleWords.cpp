@@ -64,8 +64,9 @@ RowSet rowsFoundIn(std::string_view haystack) {
   };
   RowSet found = 0;
   for (std::size_t start = 0; start + 2 < haystack.size(); ++start) {
-    RowSet possible = withFirstByte[byteAt(start)] & withSecondByte[byteAt(start + 1)] &
-                      withThirdByte[byteAt(start + 2)] & ~found;
+    RowSet possible = withFirstByte[byteAt(start)] & withSecondByte[byteAt(start + 1)];
+    if (possible == 0) continue;
+    possible &= withThirdByte[byteAt(start + 2)] & ~found;
     for (; possible != 0; possible &= possible - 1) {
       const auto index = static_cast<std::size_t>(std::countr_zero(possible));
       if (haystack.substr(start).starts_with(rows[index].word)) found |= RowSet{1} << index;

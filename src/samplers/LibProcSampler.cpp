@@ -46,16 +46,20 @@ std::string shortName(const proc_bsdinfo& info, std::int32_t pid) {
 
 }  // namespace
 
-/// What one call of `sampleProcesses` works on: copies of the caches, and what it has found.
+/// What one call of `sampleProcesses` works on: what the last one left, and what it leaves itself.
 struct LibProcSampler::Pass {
   double now = 0;
   bool portScanIsDue = false;
   std::uint32_t ownUID = 0;
   const GPUTimeByPID& perPIDGPUTime;
-  decltype(LibProcSampler::previousCounters) previousCounters;
-  decltype(LibProcSampler::staticCache) staticCache;
-  decltype(LibProcSampler::cachedPortsByPID) cachedPortsByPID;
-  decltype(LibProcSampler::previousCounters) newCounters;
+  std::shared_ptr<const Counters> previousCounters;
+  std::shared_ptr<const StaticCache> staticCache;
+  std::shared_ptr<const PortCache> cachedPortsByPID;
+  // Only processes whose counters could be read are in these, so that whatever is gone or became
+  // unreadable is forgotten.
+  Counters newCounters;
+  StaticCache newStaticCache;
+  PortCache newPorts;
 };
 
 LibProcSampler::LibProcSampler(const PlatformCalls& platform)
@@ -78,6 +82,7 @@ std::vector<ProcessSample> LibProcSampler::sampleProcesses(const GPUTimeByPID& p
   std::vector<ProcessSample> samples;
   samples.reserve(pids->size());
   pass.newCounters.reserve(pids->size());
+  pass.newStaticCache.reserve(pids->size());
   for (const std::int32_t pid : *pids) {
     if (pid < 1) continue;
     if (auto sample = sampleProcess(pid, pass)) samples.push_back(std::move(*sample));
@@ -98,20 +103,19 @@ LibProcSampler::Pass LibProcSampler::beginPass(double now, const GPUTimeByPID& p
           .previousCounters = previousCounters,
           .staticCache = staticCache,
           .cachedPortsByPID = cachedPortsByPID,
-          .newCounters = {}};
+          .newCounters = {},
+          .newStaticCache = {},
+          .newPorts = {}};
 }
 
-void LibProcSampler::endPass(Pass pass) {
-  // Whatever is gone or became unreadable is forgotten here, so the caches can't outgrow the
-  // process list.
-  const auto hasNoCounters = [&](const auto& entry) {
-    return !pass.newCounters.contains(entry.first);
-  };
-  std::erase_if(pass.staticCache, hasNoCounters);
-  std::erase_if(pass.cachedPortsByPID, hasNoCounters);
+void LibProcSampler::endPass(Pass&& pass) {
+  pass.previousCounters = std::make_shared<const Counters>(std::move(pass.newCounters));
+  pass.staticCache = std::make_shared<const StaticCache>(std::move(pass.newStaticCache));
+  pass.cachedPortsByPID = std::make_shared<const PortCache>(std::move(pass.newPorts));
 
+  // Swapped, so that the maps of the tick before are freed after the lock.
   const std::lock_guard guard(lock);
-  previousCounters.swap(pass.newCounters);
+  previousCounters.swap(pass.previousCounters);
   staticCache.swap(pass.staticCache);
   cachedPortsByPID.swap(pass.cachedPortsByPID);
 }
@@ -148,8 +152,8 @@ void LibProcSampler::measureUsage(ProcessSample& sample, Pass& pass) const {
   sample.memoryBytes = usage.ri_phys_footprint;
   sample.idleWakeups = usage.ri_pkg_idle_wkups;
 
-  const auto previous = pass.previousCounters.find(sample.pid);
-  if (previous != pass.previousCounters.end()) {
+  const auto previous = pass.previousCounters->find(sample.pid);
+  if (previous != pass.previousCounters->end()) {
     const ProcessRates rates = processRates(previous->second, counters);
     sample.cpuPercent = rates.cpuPercent;
     sample.gpuPercent = rates.gpuPercent;
@@ -160,30 +164,32 @@ void LibProcSampler::measureUsage(ProcessSample& sample, Pass& pass) const {
 }
 
 void LibProcSampler::attachSlowFacts(ProcessSample& sample, Pass& pass) const {
-  auto facts = pass.staticCache.find(sample.pid);
-  if (facts == pass.staticCache.end() ||
-      pass.now - facts->second.lastUpdated >= staticCacheLifeSeconds) {
-    facts =
-        pass.staticCache
-            .insert_or_assign(sample.pid, readStaticProcInfo(libProc, sysctl,
-                                                             {.pid = sample.pid,
-                                                              .name = sample.name,
-                                                              .isOwn = sample.uid == pass.ownUID,
-                                                              .now = pass.now}))
-            .first;
+  const auto known = pass.staticCache->find(sample.pid);
+  auto facts = known == pass.staticCache->end() ? nullptr : known->second;
+  if (!facts || pass.now - facts->lastUpdated >= staticCacheLifeSeconds) {
+    facts = std::make_shared<const CachedStaticProcInfo>(
+        readStaticProcInfo(libProc, sysctl,
+                           {.pid = sample.pid,
+                            .name = sample.name,
+                            .isOwn = sample.uid == pass.ownUID,
+                            .now = pass.now}));
   }
-  sample.executablePath = facts->second.executablePath;
-  sample.arguments = facts->second.arguments;
-  sample.responsiblePID = facts->second.responsiblePID;
-  sample.workingDirectory = facts->second.workingDirectory;
+  sample.executablePath = facts->executablePath;
+  sample.arguments = facts->arguments;
+  sample.responsiblePID = facts->responsiblePID;
+  sample.workingDirectory = facts->workingDirectory;
+  if (pass.newCounters.contains(sample.pid)) {
+    pass.newStaticCache.emplace(sample.pid, std::move(facts));
+  }
 }
 
 void LibProcSampler::attachPorts(ProcessSample& sample, Pass& pass) const {
-  if (pass.portScanIsDue && sample.uid == pass.ownUID) {
-    pass.cachedPortsByPID[sample.pid] = scanListeningPorts(libProc, sample.pid);
-  }
-  const auto ports = pass.cachedPortsByPID.find(sample.pid);
-  if (ports != pass.cachedPortsByPID.end()) sample.listeningPorts = ports->second;
+  const bool isScanned = pass.portScanIsDue && sample.uid == pass.ownUID;
+  const auto known = pass.cachedPortsByPID->find(sample.pid);
+  const bool isKnown = known != pass.cachedPortsByPID->end();
+  if (!isScanned && !isKnown) return;
+  sample.listeningPorts = isScanned ? scanListeningPorts(libProc, sample.pid) : known->second;
+  if (pass.newCounters.contains(sample.pid)) pass.newPorts[sample.pid] = sample.listeningPorts;
 }
 
 std::uint64_t LibProcSampler::cpuTimeNs(const rusage_info_v4& usage) const {

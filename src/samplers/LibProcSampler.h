@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <unordered_map>
@@ -33,7 +34,7 @@ class LibProcSampler {
   struct Pass;
 
   Pass beginPass(double now, const GPUTimeByPID& perPIDGPUTime);
-  void endPass(Pass pass);
+  void endPass(Pass&& pass);
   std::optional<ProcessSample> sampleProcess(std::int32_t pid, Pass& pass) const;
   void measureUsage(ProcessSample& sample, Pass& pass) const;
   void attachSlowFacts(ProcessSample& sample, Pass& pass) const;
@@ -45,10 +46,15 @@ class LibProcSampler {
   SysctlCalls sysctl;
   PosixCalls posix;
 
+  using Counters = std::unordered_map<std::int32_t, PreviousProcCounters>;
+  using StaticCache = std::unordered_map<std::int32_t, std::shared_ptr<const CachedStaticProcInfo>>;
+  using PortCache = std::unordered_map<std::int32_t, std::vector<std::uint16_t>>;
+
   std::mutex lock;
-  std::unordered_map<std::int32_t, PreviousProcCounters> previousCounters;
-  std::unordered_map<std::int32_t, CachedStaticProcInfo> staticCache;
-  std::unordered_map<std::int32_t, std::vector<std::uint16_t>> cachedPortsByPID;
+  // A finished tick's maps are never written again, so that the next tick can share them.
+  std::shared_ptr<const Counters> previousCounters = std::make_shared<Counters>();
+  std::shared_ptr<const StaticCache> staticCache = std::make_shared<StaticCache>();
+  std::shared_ptr<const PortCache> cachedPortsByPID = std::make_shared<PortCache>();
   double lastPortScanTimestamp = 0;
   std::uint64_t machTimebaseNumer = 1;
   std::uint64_t machTimebaseDenom = 1;

@@ -35,7 +35,8 @@ TEST(ProcessStat, ReadsEveryFigure) {
                              .systemTicks = 22,
                              .nice = 0,
                              .threadCount = 3,
-                             .startTicks = 123456};
+                             .startTicks = 123456,
+                             .residentPages = 250};
   EXPECT_EQ(parseProcessStat(textWithName("bash")), expected);
 }
 

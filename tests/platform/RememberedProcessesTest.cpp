@@ -30,18 +30,21 @@ TEST(RememberedProcesses, ALaterProcessOfTheSameNumberStartsAfresh) {
   EXPECT_FALSE(processes.find(5)->wasShown);
 }
 
-TEST(RememberedProcesses, AnHeirOfAShownProcessIsToldApartOnce) {
+TEST(RememberedProcesses, AnHeirOfAShownProcessIsHiddenOnce) {
   RememberedProcesses processes;
+  const auto isHidden = [&](std::int32_t pid, std::uint64_t start) {
+    return processes.show({pid, start}, {.startTicks = start}, nullptr);
+  };
+  EXPECT_FALSE(isHidden(4, 100)) << "the first of its number";
   put(processes, {5, 100}, 7);
-  EXPECT_FALSE(processes.takeNewHeir({5, 100})) << "the first of its number";
-  put(processes, {5, 200}, 7);
-  EXPECT_FALSE(processes.takeNewHeir({5, 200})) << "nobody knew the one before";
-  processes.markShown({{5, 200}});
+  EXPECT_FALSE(isHidden(5, 200)) << "nobody knew the one before";
   put(processes, {5, 300}, 7);
   put(processes, {5, 400}, 7);
-  EXPECT_FALSE(processes.takeNewHeir({5, 300})) << "no longer the one of this number";
-  EXPECT_TRUE(processes.takeNewHeir({5, 400}));
-  EXPECT_FALSE(processes.takeNewHeir({5, 400}));
+  EXPECT_FALSE(isHidden(5, 300)) << "no longer the one of this number";
+  EXPECT_TRUE(isHidden(5, 400));
+  EXPECT_FALSE(processes.find(5)->wasShown);
+  EXPECT_FALSE(isHidden(5, 400));
+  EXPECT_TRUE(processes.find(5)->wasShown);
 }
 
 TEST(RememberedProcesses, ASlowPassDoesNotBringADeadProcessBack) {

@@ -25,6 +25,9 @@ class FileDescriptor {
   /// The number to hand to the system.
   int number() const { return descriptor; }
 
+  /// Gives the number away: whoever takes it closes it.
+  int release() { return std::exchange(descriptor, -1); }
+
   /// Whether there is one.
   explicit operator bool() const { return descriptor >= 0; }
 

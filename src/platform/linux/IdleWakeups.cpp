@@ -2,13 +2,22 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace korvantis {
 
 std::uint64_t IdleWakeups::count(const ProcessReading& reading, const ProcessStatus& status) const {
   const double now = sources.steadySeconds();
-  const auto kept = remembered.find(reading.identity());
-  if (kept && now < kept->wakeupsDueAt) return kept->wakeups;
+  const auto cpu = reading.cpuNanoseconds;
+  double dueAt = -std::numeric_limits<double>::infinity();
+  std::uint64_t held = 0;
+  bool hasSlept = false;
+  remembered.visit(reading.identity(), [&](const RememberedProcess& process) {
+    dueAt = process.wakeupsDueAt;
+    held = process.wakeups;
+    hasSlept = cpu && process.wakeupsCpuNanoseconds == cpu;
+  });
+  if (now < dueAt || hasSlept) return held;
   // With a single thread the sum is what was just read.
   const bool isSingle = reading.stat().threadCount == 1;
   std::uint64_t sum = status.voluntarySwitches;
@@ -18,6 +27,7 @@ std::uint64_t IdleWakeups::count(const ProcessReading& reading, const ProcessSta
     const bool isFirst = std::isinf(process.wakeupsDueAt);
     process.wakeups = sum = std::max(sum, process.wakeups);
     process.wakeupsDueAt = now + pace + (isFirst ? pid % pace : 0);
+    process.wakeupsCpuNanoseconds = cpu;
   });
   return sum;
 }

@@ -9,8 +9,8 @@
 namespace korvantis {
 
 /// Counts how often the threads of a process woke up by themselves. The kernel tells it for each
-/// thread only, so the sum is made at a slow pace and held in between. It never falls, although
-/// threads that end take their share with them.
+/// thread only, so the sum is made at a slow pace and held in between, and not made again while
+/// the process sleeps. It never falls, although threads that end take their share with them.
 class IdleWakeups {
  public:
   /// Least time between two sums of one process, in seconds. The first sum of a process is held

@@ -11,6 +11,7 @@ namespace {
 
 /// No file that is kept comes near this; a damaged tree must not fill the memory.
 constexpr std::size_t mostBytes = std::size_t{16} << 20;
+constexpr double recentSeconds = 0.1;
 
 }  // namespace
 
@@ -18,6 +19,19 @@ KeptFile::KeptFile(std::string filePath) : path(std::move(filePath)) {}
 
 std::optional<std::string> KeptFile::read() {
   const std::scoped_lock guard(lock);
+  return readLocked();
+}
+
+std::optional<std::string> KeptFile::readOnceAround(double now) {
+  const std::scoped_lock guard(lock);
+  const bool isRecent = lastText && now >= lastReadAt && now - lastReadAt < recentSeconds;
+  if (isRecent) return lastText;
+  lastText = readLocked();
+  lastReadAt = now;
+  return lastText;
+}
+
+std::optional<std::string> KeptFile::readLocked() {
   if (!file) file = FileDescriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   if (!file) return std::nullopt;
   std::string text;

@@ -19,13 +19,21 @@ class KeptFile {
   /// then tries to open it anew.
   std::optional<std::string> read();
 
+  /// The text as it is at `now` (seconds that never go back), or was at most a tenth of a second
+  /// before: several figures of one tick then come from one reading, and from one moment.
+  std::optional<std::string> readOnceAround(double now);
+
  private:
+  std::optional<std::string> readLocked();
+
   const std::string path;
 
   /// Held while reading: the kernel makes such a text piece by piece, and pieces of two readings
   /// through one descriptor would mix.
   std::mutex lock;
   FileDescriptor file;
+  std::optional<std::string> lastText;
+  double lastReadAt = 0;
 };
 
 }  // namespace korvantis

@@ -11,6 +11,7 @@
 #include "platform/linux/MachineMemory.h"
 #include "platform/linux/MachineProcessor.h"
 #include "platform/linux/MachineTicks.h"
+#include "platform/linux/MemoryInformation.h"
 #include "platform/linux/TextFields.h"
 
 namespace korvantis {
@@ -51,6 +52,7 @@ std::int64_t capacity(std::uint64_t blocks, std::uint64_t blockSize) {
 
 LinuxMachine::LinuxMachine(const MachineSources& sources)
     : root(sources.root),
+      monotonicSeconds(sources.monotonicSeconds),
       pageSize(static_cast<std::uint64_t>(std::max(::sysconf(_SC_PAGESIZE), 1L))),
       ticks(root + "/proc/stat"),
       memory(root + "/proc/meminfo"),
@@ -85,7 +87,7 @@ int LinuxMachine::deallocate(std::uintptr_t address) {
 
 int LinuxMachine::statistics(int flavor, std::int32_t* buffer, std::uint32_t* words) {
   if (flavor != HOST_VM_INFO64 || *words * sizeof *buffer < sizeof(vm_statistics64)) return -1;
-  const auto text = memory.read();
+  const auto text = memoryText();
   if (!text) return -1;
   const auto counters = parsePageCounters(*text, disks.readZramBytes(), pageSize);
   if (!counters) return -1;
@@ -117,13 +119,22 @@ std::optional<std::string> LinuxMachine::figure(const std::string& name) {
   return std::nullopt;
 }
 
+/// A tick asks for half a dozen figures of this one file.
+std::optional<std::string> LinuxMachine::memoryText() {
+  return memory.readOnceAround(monotonicSeconds());
+}
+
+std::uint64_t LinuxMachine::installedMemory() {
+  return memoryInformationBytes(memoryText().value_or(""), "MemTotal");
+}
+
 std::optional<std::string> LinuxMachine::swapUsage() {
-  const auto text = memory.read();
+  const auto text = memoryText();
   return text ? bytesOf(parseSwapUsage(*text, pageSize)) : std::nullopt;
 }
 
 std::optional<std::int32_t> LinuxMachine::percentFree() {
-  const auto text = memory.read();
+  const auto text = memoryText();
   return text ? parsePercentFree(*text) : std::nullopt;
 }
 

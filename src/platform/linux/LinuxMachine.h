@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -40,6 +41,9 @@ class LinuxMachine {
   /// `getloadavg`.
   int loadAverages(double* averages, int count);
 
+  /// Installed memory in bytes; 0 when it can't be read.
+  std::uint64_t installedMemory();
+
   /// The services of a class of the registry; classes without a counterpart have none.
   std::optional<std::vector<IORegistryEntry>> matchingServices(const std::string& className);
 
@@ -47,12 +51,14 @@ class LinuxMachine {
   std::optional<VolumeResourceValues> volumeValues(const std::string& path) const;
 
  private:
+  std::optional<std::string> memoryText();
   std::optional<std::string> figure(const std::string& name);
   std::optional<std::string> swapUsage();
   std::optional<std::int32_t> percentFree();
   std::optional<std::int32_t> pressureLevel();
 
   const std::string root;
+  const std::function<double()> monotonicSeconds;
   const std::uint64_t pageSize;
   KeptFile ticks;
   KeptFile memory;

@@ -5,7 +5,9 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <string>
+#include <sys/vfs.h>
 #include <utility>
 
 #include "platform/linux/CommandLine.h"
@@ -25,6 +27,15 @@ constexpr double ancestryLife = 2.0;
 std::uint64_t nextInstance() {
   static std::atomic<std::uint64_t> last{0};
   return ++last;
+}
+
+/// Only the kernel's own files are worth keeping open: they tell the present each time they are
+/// read, and refuse once the process has gone.
+int keepableDescriptors(const ProcessSources& sources) {
+  struct statfs folder {};
+  const bool isKernels =
+      ::statfs((sources.root + "/proc").c_str(), &folder) == 0 && folder.f_type == PROC_SUPER_MAGIC;
+  return isKernels ? sources.keptDescriptors : 0;
 }
 
 int failure(int error, int result) {
@@ -48,7 +59,7 @@ std::size_t recordSize(int flavor) {
   }
 }
 
-std::string fullName(const ProcessReading& reading) {
+std::string fullName(ProcessReading& reading) {
   const std::string& name = reading.stat().name;
   // Only a name of full length can have been cut; the others need no further reads.
   if (name.size() + 1 != MAXCOMLEN) return name;
@@ -70,7 +81,9 @@ std::vector<ListeningSocket> socketsFromFiles(const std::string& root) {
 }  // namespace
 
 LinuxProcesses::LinuxProcesses(ProcessSources processSources)
-    : sources(std::move(processSources)), instance(nextInstance()) {}
+    : sources(std::move(processSources)),
+      instance(nextInstance()),
+      descriptorBudget(std::make_shared<DescriptorBudget>(keepableDescriptors(sources))) {}
 
 ProcessPass& LinuxProcesses::pass() const {
   struct Slot {
@@ -86,10 +99,28 @@ ProcessPass& LinuxProcesses::newPass() const {
   return pass() = ProcessPass{};
 }
 
+std::shared_ptr<ProcessReading> LinuxProcesses::openReading(std::int32_t pid) const {
+  if (auto folder = remembered.folder(pid)) {
+    if (auto reading = ProcessReading::through(std::move(folder))) return reading;
+  }
+  errno = 0;
+  auto reading = ProcessReading::open(sources.root, pid);
+  if (reading || (errno != EMFILE && errno != ENFILE)) return reading;
+  // This program is short of descriptors, and here are some to spare.
+  descriptorBudget->halve();
+  remembered.giveBackFolders();
+  return ProcessReading::open(sources.root, pid);
+}
+
+std::shared_ptr<const ProcessFolder> LinuxProcesses::folderToKeep(ProcessReading& reading) const {
+  auto folder = reading.takeNewFolder();
+  return folder && folder->keepOpen(descriptorBudget) ? folder : nullptr;
+}
+
 std::shared_ptr<ProcessReading> LinuxProcesses::current(std::int32_t pid) const {
   ProcessPass& currentPass = pass();
   if (!currentPass.reading || currentPass.reading->identity().pid != pid) {
-    currentPass.reading = ProcessReading::open(sources.root, pid);
+    currentPass.reading = openReading(pid);
   }
   return currentPass.reading;
 }
@@ -123,13 +154,16 @@ int LinuxProcesses::basicInformation(std::int32_t pid, void* buffer) {
   pass().reading.reset();
   const auto reading = current(pid);
   if (!reading || reading->stat().isKernelThread) return failure(ESRCH, 0);
-  if (!rememberFacts(*reading, remembered, sources.steadySeconds())) return failure(ESRCH, 0);
+  quietProcesses.begin(*reading);
+  const auto facts = listingFacts(*reading, sources.steadySeconds());
+  if (!facts) return failure(ESRCH, 0);
   // Callers keep figures by number alone. Missing for one tick makes them drop those of the
   // process before, so that this one never shows them as its own.
-  if (remembered.takeNewHeir(reading->identity())) return failure(ESRCH, 0);
-  remembered.markShown({reading->identity()});
+  const bool isHidden = remembered.show(reading->identity(), *facts, folderToKeep(*reading));
+  if (isHidden) return failure(ESRCH, 0);
+  if (!reading->isQuiet) reading->shownName = fullName(*reading);
   return answer(
-      ProcessRecords::basicInformation(reading->stat(), *reading->status(), fullName(*reading),
+      ProcessRecords::basicInformation(reading->stat(), *reading->status(), reading->shownName,
                                        sources.bootNanoseconds, sources.clockTicksPerSecond),
       buffer);
 }
@@ -149,13 +183,22 @@ int LinuxProcesses::resourceUsage(int pid, int flavor, void* buffer) {
   if (flavor != RUSAGE_INFO_V4) return failure(EINVAL, -1);
   const auto reading = current(pid);
   if (!reading) return failure(ESRCH, -1);
+  const std::uint64_t hertz = sources.clockTicksPerSecond;
+  const bool isFirst = !std::exchange(reading->wasMeasured, true);
+  if (const auto standing = reading->standingUsage; standing && isFirst) {
+    const auto system = ProcessRecords::nanoseconds(reading->stat().systemTicks, hertz);
+    answer(ProcessRecords::resourceUsage(*reading->cpuNanoseconds, system, *reading->takeStatus(),
+                                         standing->disk, standing->wakeups),
+           buffer);
+    return 0;
+  }
   // The CPU clock goes by the number alone. Whatever is then read through the open folder proves
   // that the number still belonged to this process.
-  auto cpu = sources.cpuNanoseconds ? sources.cpuNanoseconds(pid) : std::nullopt;
+  auto cpu = isFirst ? reading->cpuNanoseconds : std::nullopt;
+  if (!cpu && sources.cpuNanoseconds) cpu = sources.cpuNanoseconds(pid);
   auto ticks = std::optional(reading->stat());
   if (!cpu) ticks = reading->readStat();
   if (!ticks) return failure(ESRCH, -1);
-  const std::uint64_t hertz = sources.clockTicksPerSecond;
   if (!cpu) cpu = ProcessRecords::nanoseconds(ticks->userTicks + ticks->systemTicks, hertz);
 
   const auto status = reading->takeStatus();
@@ -168,6 +211,7 @@ int LinuxProcesses::resourceUsage(int pid, int flavor, void* buffer) {
     if (!reading->isThere()) return failure(ESRCH, -1);
     disk = heldDiskBytes(reading->identity());
   }
+  if (isFirst) quietProcesses.keep(*reading, *status, *disk);
   const auto system = ProcessRecords::nanoseconds(ticks->systemTicks, hertz);
   answer(
       ProcessRecords::resourceUsage(*cpu, system, *status, *disk, wakeups.count(*reading, *status)),
@@ -183,7 +227,7 @@ ProcessDiskBytes LinuxProcesses::heldDiskBytes(const ProcessIdentity& identity) 
 
 int LinuxProcesses::executablePath(int pid, void* buffer, std::uint32_t bufferSize) {
   const auto reading = current(pid);
-  const std::string path = reading ? reading->executablePath() : std::string();
+  const std::string path = reading ? reading->readExecutablePath() : std::string();
   if (path.empty()) return failure(ESRCH, 0);
   if (path.size() >= bufferSize) return failure(ENOMEM, 0);
   std::memcpy(buffer, path.c_str(), path.size() + 1);
@@ -205,21 +249,14 @@ int LinuxProcesses::descriptorList(std::int32_t pid, void* buffer, std::size_t l
   if (!sockets.hasAny(sources.userID)) return 0;
   const auto reading = current(pid);
   if (!reading) return failure(ESRCH, 0);
-  const auto descriptors = reading->descriptors(std::min(limit, descriptorLimit));
-  if (!descriptors) return failure(errno, 0);
-  std::vector<proc_fdinfo> records;
-  records.reserve(descriptors->size());
+  const auto walk = descriptorWalks.walk(*reading, std::min(limit, descriptorLimit));
+  if (!walk) return failure(errno, 0);
   reading->plainSockets.clear();
-  for (const std::int32_t descriptor : *descriptors) {
-    const auto link = reading->descriptorLink(descriptor);
-    if (!link) continue;
-    const auto inode = socketInode(*link);
-    if (inode && !sockets.find(*inode)) reading->plainSockets.push_back(descriptor);
-    const int type = inode ? PROX_FDTYPE_SOCKET : PROX_FDTYPE_VNODE;
-    records.push_back({descriptor, static_cast<std::uint32_t>(type)});
+  for (const DescriptorWalk::Socket& socket : walk->sockets) {
+    if (!sockets.find(socket.inode)) reading->plainSockets.push_back(socket.descriptor);
   }
-  const std::size_t size = records.size() * sizeof(proc_fdinfo);
-  if (size > 0) std::memcpy(buffer, records.data(), size);
+  const std::size_t size = walk->descriptors.size() * sizeof(proc_fdinfo);
+  if (size > 0) std::memcpy(buffer, walk->descriptors.data(), size);
   return static_cast<int>(size);
 }
 
@@ -247,8 +284,7 @@ std::optional<ProcessAncestry> LinuxProcesses::ancestry(std::int32_t pid) const 
   const auto found = currentPass.ancestry.find(pid);
   if (found != currentPass.ancestry.end()) return found->second;
   const auto& shown = currentPass.reading;
-  const auto reading =
-      shown && shown->identity().pid == pid ? shown : ProcessReading::open(sources.root, pid);
+  const auto reading = shown && shown->identity().pid == pid ? shown : openReading(pid);
   std::optional<ProcessAncestry> facts;
   if (reading) {
     const ProcessStat& stat = reading->stat();
@@ -291,7 +327,8 @@ int LinuxProcesses::argumentBlock(const int* name, unsigned nameLength, void* ol
   // so that the block has the size that was told.
   std::string block = std::exchange(reading->keptArgumentBlock, {});
   if (oldValue == nullptr || block.empty()) {
-    block = CommandLine::argumentBlock(reading->executablePath(), reading->commandLine());
+    block =
+        CommandLine::argumentBlock(reading->executablePath(), quietProcesses.commandLine(*reading));
   }
   if (block.empty()) return failure(EINVAL, -1);
   const std::size_t size = block.size();

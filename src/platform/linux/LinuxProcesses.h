@@ -6,11 +6,14 @@
 #include <optional>
 
 #include "platform/LibProcCalls.h"
+#include "platform/linux/DescriptorBudget.h"
+#include "platform/linux/DescriptorWalks.h"
 #include "platform/linux/IdleWakeups.h"
 #include "platform/linux/ProcessListing.h"
 #include "platform/linux/ProcessPass.h"
 #include "platform/linux/ProcessSignals.h"
 #include "platform/linux/ProcessSources.h"
+#include "platform/linux/QuietProcesses.h"
 #include "platform/linux/RememberedProcesses.h"
 
 namespace korvantis {
@@ -56,10 +59,15 @@ class LinuxProcesses {
   /// How many processes are remembered.
   std::size_t rememberedCount() const { return remembered.count(); }
 
+  /// How many descriptors stay open between questions.
+  int keptDescriptors() const { return descriptorBudget->inUse(); }
+
  private:
   ProcessPass& pass() const;
   ProcessPass& newPass() const;
+  std::shared_ptr<ProcessReading> openReading(std::int32_t pid) const;
   std::shared_ptr<ProcessReading> current(std::int32_t pid) const;
+  std::shared_ptr<const ProcessFolder> folderToKeep(ProcessReading& reading) const;
   const ListeningSockets& listeningSockets(ProcessPass& currentPass) const;
   std::optional<ProcessAncestry> ancestry(std::int32_t pid) const;
   ProcessDiskBytes heldDiskBytes(const ProcessIdentity& identity) const;
@@ -70,8 +78,11 @@ class LinuxProcesses {
 
   const ProcessSources sources;
   const std::uint64_t instance;
-  RememberedProcesses remembered;
+  const std::shared_ptr<DescriptorBudget> descriptorBudget;
+  mutable RememberedProcesses remembered;
   ProcessListing listing{sources, remembered};
+  QuietProcesses quietProcesses{sources, remembered};
+  DescriptorWalks descriptorWalks{sources, remembered};
   IdleWakeups wakeups{sources, remembered};
   ProcessSignals signals{sources, remembered};
 };

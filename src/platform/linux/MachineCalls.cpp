@@ -58,6 +58,7 @@ void addMachineCalls(PlatformCalls& calls, const MachineSources& sources) {
   calls.posix.getloadavg = [machine](double* averages, int count) {
     return machine->loadAverages(averages, count);
   };
+  calls.processInfo.physicalMemory = [machine] { return machine->installedMemory(); };
   calls.ioRegistry.matchingServices = [machine](const std::string& className) {
     return machine->matchingServices(className);
   };

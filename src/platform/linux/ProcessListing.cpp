@@ -21,20 +21,15 @@ struct ProcessListing::Candidate {
   }
 };
 
-bool rememberFacts(ProcessReading& reading, RememberedProcesses& remembered, double now) {
-  const bool isKernelThread = reading.stat().isKernelThread;
-  std::uint32_t userID = 0;
-  if (!isKernelThread) {
-    const auto& status = reading.status();
-    if (!status || status->threadGroup != reading.identity().pid) return false;
-    userID = status->users[1];
-  }
-  remembered.update(reading.identity(), [&](RememberedProcess& kept) {
-    kept.isKernelThread = isKernelThread;
-    kept.userID = userID;
-    kept.checkedAt = now;
-  });
-  return true;
+std::optional<ListingFacts> listingFacts(ProcessReading& reading, double now) {
+  ListingFacts facts{.startTicks = reading.identity().startTicks,
+                     .isKernelThread = reading.stat().isKernelThread,
+                     .checkedAt = now};
+  if (facts.isKernelThread) return facts;
+  const auto& status = reading.status();
+  if (!status || status->threadGroup != reading.identity().pid) return std::nullopt;
+  facts.userID = status->users[1];
+  return facts;
 }
 
 std::vector<ProcessListing::Candidate> ProcessListing::candidates(
@@ -43,11 +38,13 @@ std::vector<ProcessListing::Candidate> ProcessListing::candidates(
   candidates.reserve(pids.size());
   const auto known = remembered.findAll(pids);
   for (std::size_t index = 0; index < pids.size(); ++index) {
-    std::optional<RememberedProcess> facts = known[index];
+    std::optional<ListingFacts> facts = known[index];
     if (!facts || now - facts->checkedAt >= knowledgeLife) {
       const auto reading = ProcessReading::open(sources.root, pids[index]);
-      if (!reading || !rememberFacts(*reading, remembered, now)) continue;
-      facts = remembered.find(reading->identity());
+      facts = reading ? listingFacts(*reading, now) : std::nullopt;
+      if (!facts) continue;
+      remembered.update(reading->identity(),
+                        [&](RememberedProcess& kept) { kept.setListingFacts(*facts); });
     }
     if (!facts || facts->isKernelThread) continue;
     candidates.push_back({{pids[index], facts->startTicks}, facts->userID == sources.userID});

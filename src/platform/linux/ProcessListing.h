@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "platform/linux/ProcessIdentity.h"
@@ -35,8 +36,8 @@ class ProcessListing {
 
 class ProcessReading;
 
-/// Stores in `remembered` what tells a process from others: owner, kind, and that it was read at
-/// `now`. False when its owner can't be told, it is a thread of another process, or it has gone.
-bool rememberFacts(ProcessReading& reading, RememberedProcesses& remembered, double now);
+/// What decides about listing a process, read at `now`. Absent when its owner can't be told, it is
+/// a thread of another process, or it has gone.
+std::optional<ListingFacts> listingFacts(ProcessReading& reading, double now);
 
 }  // namespace korvantis

@@ -7,6 +7,7 @@
 #include <time.h>
 #include <unistd.h>
 
+#include "platform/linux/DescriptorBudget.h"
 #include "platform/linux/FileText.h"
 #include "platform/linux/SocketDiagnostics.h"
 
@@ -48,6 +49,8 @@ bool numbersAreOurs() {
 
 ProcessSources systemProcessSources() {
   ProcessSources sources;
+  // The other half is for all else that the program opens.
+  sources.keptDescriptors = raiseDescriptorLimit() / 2;
   sources.userID = ::getuid();
   sources.bootNanoseconds = bootNanoseconds();
   sources.clockTicksPerSecond = static_cast<std::uint64_t>(std::max(1L, ::sysconf(_SC_CLK_TCK)));

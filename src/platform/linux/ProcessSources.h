@@ -16,6 +16,8 @@ namespace korvantis {
 struct ProcessSources {
   /// The folder that stands for "/", without a slash at its end.
   std::string root;
+  /// How many descriptors may stay open between questions.
+  int keptDescriptors = 0;
   /// The user whose processes are the user's own.
   std::uint32_t userID = 0;
   /// When the machine started, in nanoseconds since 1970.

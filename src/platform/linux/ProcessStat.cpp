@@ -1,6 +1,7 @@
 #include "platform/linux/ProcessStat.h"
 
 #include <array>
+#include <cstring>
 #include <limits>
 
 #include "platform/linux/TextFields.h"
@@ -22,8 +23,9 @@ constexpr std::size_t systemTicksWord = 12;
 constexpr std::size_t niceWord = 16;
 constexpr std::size_t threadCountWord = 17;
 constexpr std::size_t startTicksWord = 19;
+constexpr std::size_t residentPagesWord = 21;
 
-using Words = std::array<std::string_view, startTicksWord + 1>;
+using Words = std::array<std::string_view, residentPagesWord + 1>;
 
 /// Reads number after number and remembers whether one was none.
 struct WordReader {
@@ -45,11 +47,22 @@ struct WordReader {
   }
 };
 
+/// `rfind`, which goes byte by byte, takes longer over such a text than all the rest.
+std::size_t lastClosing(std::string_view text) {
+  if (text.empty()) return std::string_view::npos;
+  const void* const found = ::memrchr(text.data(), ')', text.size());
+  if (found == nullptr) return std::string_view::npos;
+  return static_cast<std::size_t>(static_cast<const char*>(found) - text.data());
+}
+
 std::optional<Words> wordsAfterName(std::string_view text) {
   Words words;
-  for (std::string_view& word : words) word = takeWord(text);
-  // With nothing behind it the start time may be cut in the middle of its digits.
-  if (words[stateWord].size() != 1 || text.empty()) return std::nullopt;
+  for (std::size_t index = 0; index < words.size(); ++index) {
+    words[index] = takeWord(text);
+    // With nothing behind it the start time may be cut in the middle of its digits.
+    if (index == startTicksWord && text.empty()) return std::nullopt;
+  }
+  if (words[stateWord].size() != 1) return std::nullopt;
   return words;
 }
 
@@ -58,7 +71,7 @@ std::optional<Words> wordsAfterName(std::string_view text) {
 std::optional<ProcessStat> parseProcessStat(std::string_view text) {
   // Only the name can hold a parenthesis, and it can hold several: it ends at the last one.
   const std::size_t open = text.find('(');
-  const std::size_t close = text.rfind(')');
+  const std::size_t close = lastClosing(text);
   if (open == std::string_view::npos || close == std::string_view::npos || close < open) {
     return std::nullopt;
   }
@@ -81,6 +94,7 @@ std::optional<ProcessStat> parseProcessStat(std::string_view text) {
   stat.nice = reader.number32(niceWord);
   stat.threadCount = reader.counter(threadCountWord);
   stat.startTicks = reader.counter(startTicksWord);
+  stat.residentPages = unsignedNumber((*words)[residentPagesWord]).value_or(0);
   return reader.failed ? std::nullopt : std::optional(std::move(stat));
 }
 

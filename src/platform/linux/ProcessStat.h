@@ -24,6 +24,8 @@ struct ProcessStat {
   std::uint64_t threadCount = 0;
   /// When it began, in clock ticks since the machine started.
   std::uint64_t startTicks = 0;
+  /// Memory that is in RAM, in pages; 0 when the text ends before it.
+  std::uint64_t residentPages = 0;
 
   bool operator==(const ProcessStat&) const = default;
 };

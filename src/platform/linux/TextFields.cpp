@@ -1,13 +1,25 @@
 #include "platform/linux/TextFields.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <limits>
 
 namespace korvantis {
 namespace {
 
-constexpr std::string_view blanks = " \t\n\r";
+constexpr std::array<bool, 256> blankBytes() {
+  std::array<bool, 256> table{};
+  for (const unsigned char blank : {' ', '\t', '\n', '\r'}) table[blank] = true;
+  return table;
+}
+
+constexpr std::array<bool, 256> blanks = blankBytes();
+
+/// An object and no function, so that searches for it are compiled in place.
+constexpr auto isBlank = [](char character) {
+  return blanks[static_cast<unsigned char>(character)];
+};
 
 template <typename Number>
 std::optional<Number> wholeNumber(std::string_view text, int base) {
@@ -29,9 +41,10 @@ std::optional<std::int64_t> signedNumber(std::string_view text) {
 }
 
 std::string_view takeWord(std::string_view& text) {
-  text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
-  const std::string_view word = text.substr(0, text.find_first_of(blanks));
-  text.remove_prefix(word.size());
+  const auto begin = std::find_if_not(text.begin(), text.end(), isBlank);
+  const auto end = std::find_if(begin, text.end(), isBlank);
+  const std::string_view word(begin, end);
+  text = std::string_view(end, text.end());
   return word;
 }
 
