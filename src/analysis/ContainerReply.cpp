@@ -101,8 +101,7 @@ std::vector<std::uint16_t> portsOf(const Json& container) {
     }
   }
   std::ranges::sort(ports);
-  const auto repeated = std::ranges::unique(ports);
-  ports.erase(repeated.begin(), repeated.end());
+  ports.erase(std::unique(ports.begin(), ports.end()), ports.end());
   return ports;
 }
 

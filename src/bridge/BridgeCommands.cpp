@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <cstdlib>
+#include <span>
 #include <string_view>
 #include <utility>
 
@@ -18,29 +19,45 @@ using Json = nlohmann::ordered_json;
 constexpr double hotCelsius = 82.0;
 constexpr std::int64_t usualLimit = 10;
 
-/// One object per element of `list`, made by `objectOf`, under one key.
-template <typename List, typename ObjectOf>
-Json listUnder(const char* key, const List& list, ObjectOf objectOf) {
+/// One key of a reply with its value.
+struct Entry {
+  const char* key;
+  Json value;
+};
+
+/// The object of these entries. The library's own way from a list in braces makes three values out
+/// of each entry first, which a reply of many rows feels.
+template <std::size_t count>
+Json objectOf(Entry (&&entries)[count]) {
+  Json object = Json::object();
+  auto& map = object.get_ref<Json::object_t&>();
+  map.reserve(count);
+  for (Entry& entry : entries) map.emplace_back(entry.key, std::move(entry.value));
+  return object;
+}
+
+/// One object per element of `list`, made by `elementObject`, under one key.
+template <typename List, typename ElementObject>
+Json listUnder(const char* key, const List& list, ElementObject elementObject) {
   Json objects = Json::array();
-  for (const auto& element : list) objects.push_back(objectOf(element));
-  Json reply = Json::object();
-  reply.emplace(key, std::move(objects));
-  return reply;
+  objects.get_ref<Json::array_t&>().reserve(list.size());
+  for (const auto& element : list) objects.push_back(elementObject(element));
+  return objectOf({{key, std::move(objects)}});
 }
 
 Json systemStatus(const EngineSnapshot& snapshot, const nlohmann::json&) {
   const SystemSample& system = snapshot.system;
-  return {{"cpuPercent", system.cpuPercent},
-          {"memoryUsedBytes", system.memoryUsedBytes},
-          {"memoryTotalBytes", system.memoryTotalBytes},
-          {"memoryPressure", label(system.memoryPressure)},
-          {"gpuPercent", system.gpuPercent},
-          {"neuralEnginePercent", system.neuralEnginePercent},
-          {"cpuCelsius", system.thermal.cpuCelsius},
-          {"powerWatts", system.thermal.systemPowerWatts},
-          {"networkInBytesPerSec", system.networkInBytesPerSec},
-          {"networkOutBytesPerSec", system.networkOutBytesPerSec},
-          {"activeStrains", toJson(snapshot.activeStrains)}};
+  return objectOf({{"cpuPercent", system.cpuPercent},
+                   {"memoryUsedBytes", system.memoryUsedBytes},
+                   {"memoryTotalBytes", system.memoryTotalBytes},
+                   {"memoryPressure", label(system.memoryPressure)},
+                   {"gpuPercent", system.gpuPercent},
+                   {"neuralEnginePercent", system.neuralEnginePercent},
+                   {"cpuCelsius", system.thermal.cpuCelsius},
+                   {"powerWatts", system.thermal.systemPowerWatts},
+                   {"networkInBytesPerSec", system.networkInBytesPerSec},
+                   {"networkOutBytesPerSec", system.networkOutBytesPerSec},
+                   {"activeStrains", toJson(snapshot.activeStrains)}});
 }
 
 std::int64_t limitOf(const nlohmann::json& arguments) {
@@ -52,76 +69,76 @@ std::int64_t limitOf(const nlohmann::json& arguments) {
 Json topApps(const EngineSnapshot& snapshot, const nlohmann::json& arguments) {
   const auto count = std::min(limitOf(arguments), std::ssize(snapshot.appGroups));
   if (count < 0) std::abort();
-  const auto begin = snapshot.appGroups.begin();
-  return listUnder("apps", std::ranges::subrange(begin, begin + count), [](const AppGroup& group) {
-    return Json{{"id", group.id},
-                {"name", group.name},
-                {"cpuPercent", group.cpuPercent},
-                {"memoryBytes", group.memoryBytes},
-                {"energyWatts", group.energyWatts},
-                {"processCount", group.processes.size()}};
+  const std::span shown(snapshot.appGroups.data(), static_cast<std::size_t>(count));
+  return listUnder("apps", shown, [](const AppGroup& group) {
+    return objectOf({{"id", group.id},
+                     {"name", group.name},
+                     {"cpuPercent", group.cpuPercent},
+                     {"memoryBytes", group.memoryBytes},
+                     {"energyWatts", group.energyWatts},
+                     {"processCount", group.processes.size()}});
   });
 }
 
 Json ports(const EngineSnapshot& snapshot, const nlohmann::json&) {
   return listUnder("ports", snapshot.listeningPorts, [](const ListeningPortItem& item) {
-    return Json{{"port", item.port},
-                {"pid", item.pid},
-                {"processName", item.processName},
-                {"appName", item.appName},
-                {"projectName", item.projectName.value_or("")},
-                {"isIdle", item.isIdle}};
+    return objectOf({{"port", item.port},
+                     {"pid", item.pid},
+                     {"processName", item.processName},
+                     {"appName", item.appName},
+                     {"projectName", item.projectName.value_or("")},
+                     {"isIdle", item.isIdle}});
   });
 }
 
 Json projects(const EngineSnapshot& snapshot, const nlohmann::json&) {
   return listUnder("projects", snapshot.projects, [](const DevProject& project) {
-    return Json{{"name", project.name},
-                {"path", project.path},
-                {"cpuPercent", project.cpuPercent},
-                {"memoryBytes", project.memoryBytes},
-                {"ports", project.ports}};
+    return objectOf({{"name", project.name},
+                     {"path", project.path},
+                     {"cpuPercent", project.cpuPercent},
+                     {"memoryBytes", project.memoryBytes},
+                     {"ports", project.ports}});
   });
 }
 
 Json idleServers(const EngineSnapshot& snapshot, const nlohmann::json&) {
   return listUnder("idleServers", snapshot.idleServers, [](const IdleServer& server) {
-    return Json{{"pid", server.pid},
-                {"name", server.name},
-                {"projectName", server.projectName},
-                {"ports", server.ports},
-                {"memoryBytes", server.memoryBytes},
-                {"idleSeconds", server.idleSeconds}};
+    return objectOf({{"pid", server.pid},
+                     {"name", server.name},
+                     {"projectName", server.projectName},
+                     {"ports", server.ports},
+                     {"memoryBytes", server.memoryBytes},
+                     {"idleSeconds", server.idleSeconds}});
   });
 }
 
 Json agents(const EngineSnapshot& snapshot, const nlohmann::json&) {
   return listUnder("agents", snapshot.agentSessions, [](const AgentSession& session) {
-    return Json{{"pid", session.pid},
-                {"toolName", session.toolName},
-                {"state", rawValue(session.state)},
-                {"projectName", session.projectName},
-                {"cpuPercent", session.cpuPercent},
-                {"memoryBytes", session.memoryBytes}};
+    return objectOf({{"pid", session.pid},
+                     {"toolName", session.toolName},
+                     {"state", rawValue(session.state)},
+                     {"projectName", session.projectName},
+                     {"cpuPercent", session.cpuPercent},
+                     {"memoryBytes", session.memoryBytes}});
   });
 }
 
 Json limits(const EngineSnapshot& snapshot, const nlohmann::json&) {
   return listUnder("limits", snapshot.planLimits, [](const PlanLimitStatus& plan) {
-    return Json{{"tool", plan.tool},
-                {"planName", plan.planName},
-                {"fiveHourUsedPercent", plan.fiveHourUsedPercent},
-                {"weeklyUsedPercent", plan.weeklyUsedPercent},
-                {"paceText", plan.paceText}};
+    return objectOf({{"tool", plan.tool},
+                     {"planName", plan.planName},
+                     {"fiveHourUsedPercent", plan.fiveHourUsedPercent},
+                     {"weeklyUsedPercent", plan.weeklyUsedPercent},
+                     {"paceText", plan.paceText}});
   });
 }
 
 Json whatsWrong(const EngineSnapshot& snapshot, const nlohmann::json&) {
   const auto& groups = snapshot.appGroups;
   const auto top = std::ranges::max_element(groups, {}, &AppGroup::cpuPercent);
-  return {{"activeStrains", toJson(snapshot.activeStrains)},
-          {"idleServerCount", snapshot.idleServers.size()},
-          {"topCPUApp", top == groups.end() ? "None" : top->name}};
+  return objectOf({{"activeStrains", toJson(snapshot.activeStrains)},
+                   {"idleServerCount", snapshot.idleServers.size()},
+                   {"topCPUApp", top == groups.end() ? "None" : top->name}});
 }
 
 struct Command {
@@ -156,7 +173,7 @@ nlohmann::ordered_json BridgeCommands::reply(const std::string& command,
                                              const EngineSnapshot& snapshot) {
   const auto found = std::ranges::find(commands, command, &Command::name);
   if (found != commands.end()) return found->reply(snapshot, arguments);
-  return {{"ok", true}, {"command", command}};
+  return objectOf({{"ok", true}, {"command", command}});
 }
 
 }  // namespace korvantis

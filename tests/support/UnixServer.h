@@ -37,7 +37,7 @@ inline bool sendAll(int descriptor, std::string_view bytes) {
 /// Everything that comes until the other end closes.
 inline std::string receiveAll(int descriptor) {
   std::string text;
-  std::string chunk(65536, '\0');
+  std::string chunk(16384, '\0');
   for (;;) {
     const ssize_t got = ::read(descriptor, chunk.data(), chunk.size());
     if (got < 0 && errno == EINTR) continue;
