@@ -3,7 +3,6 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <string_view>
 
 namespace korvantis {
 
@@ -14,17 +13,14 @@ using Json = nlohmann::ordered_json;
 constexpr std::size_t longestNumber = 64;
 constexpr std::size_t usualBytes = 1024;
 
-/// Whether every byte stands for itself inside a JSON text. Kept free of branches, so that the
-/// compiler can take many bytes at once.
-bool isPlain(std::string_view text) {
-  unsigned special = 0;
-  for (const char character : text) {
-    const auto byte = static_cast<unsigned char>(character);
-    special |= static_cast<unsigned>(byte < 0x20) | static_cast<unsigned>(byte >= 0x80) |
-               static_cast<unsigned>(byte == '"') | static_cast<unsigned>(byte == '\\');
+/// Which bytes can't stand for themselves inside a JSON text.
+constexpr std::array<bool, 256> specialBytes = [] {
+  std::array<bool, 256> special{};
+  for (std::size_t byte = 0; byte < special.size(); ++byte) {
+    special[byte] = byte < 0x20 || byte >= 0x80 || byte == '"' || byte == '\\';
   }
-  return special == 0;
-}
+  return special;
+}();
 
 /// Writes what the library's own `dump` would write, quicker: nearly all texts are plain, and
 /// infinite numbers are seen on the way.
@@ -70,11 +66,21 @@ class JsonWriter {
     return true;
   }
 
+  /// Copies and looks in one pass; a text with anything special in it is the library's to write.
   void writeText(const std::string& words) {
-    if (!isPlain(words)) return writeOther(words);
-    text += '"';
-    text += words;
-    text += '"';
+    const std::size_t begin = text.size();
+    text.resize(begin + words.size() + 2);
+    char* place = text.data() + begin;
+    bool isSpecial = false;
+    *place++ = '"';
+    for (const char character : words) {
+      isSpecial |= specialBytes[static_cast<unsigned char>(character)];
+      *place++ = character;
+    }
+    *place = '"';
+    if (!isSpecial) return;
+    text.resize(begin);
+    writeOther(words);
   }
 
   template <typename Integer>

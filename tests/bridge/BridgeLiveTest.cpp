@@ -32,6 +32,13 @@ std::optional<Json> ask(const std::string& path, const std::string& command,
   return BridgeSocket::sendRequest(command, arguments, path);
 }
 
+/// Starts a listener that nobody lets go of before its thread has taken hold of it.
+void serveForGood(const std::string& path) {
+  static const auto kept =
+      std::make_shared<BridgeListener>(systemPlatformCalls(), path, fixedProvider());
+  kept->start();
+}
+
 TEST(BridgeLive, EveryCommandAndAliasIsAnsweredWhole) {
   const LiveBridge bridge(fixedProvider());
   for (const char* command :
@@ -146,9 +153,7 @@ TEST(BridgeLive, TheServingThreadYieldsToOthers) {
 TEST(BridgeLive, AfterACrashTheStaleSocketIsReplacedAtTheNextStart) {
   const TemporaryFolder folder;
   const std::string path = folder.path("bridge.sock");
-  ChildProcess crashed = ChildProcess::prepared([&] {
-    std::make_shared<BridgeListener>(systemPlatformCalls(), path, fixedProvider())->start();
-  });
+  ChildProcess crashed = ChildProcess::prepared([&] { serveForGood(path); });
   crashed.end();
   ASSERT_TRUE(std::filesystem::exists(path)) << "nobody takes it away";
   ASSERT_FALSE(ask(path, "status"));
@@ -173,7 +178,7 @@ TEST(BridgeLive, ANegativeLimitEndsTheProcess) {
   ChildProcess program = ChildProcess::prepared([&] {
     const rlimit none{0, 0};
     ::setrlimit(RLIMIT_CORE, &none);
-    std::make_shared<BridgeListener>(systemPlatformCalls(), path, fixedProvider())->start();
+    serveForGood(path);
   });
   EXPECT_TRUE(ask(path, "top", {{"limit", 0}}));
   EXPECT_TRUE(ask(path, "ports", {{"limit", -1}}));

@@ -80,7 +80,9 @@ TEST_F(BridgeSecurity, RootIsServed) {
   ASSERT_EQ(::chown(folder.path().c_str(), nobody, nobody), 0);
   const std::string path = folder.path("bridge.sock");
   const ChildProcess program = ChildProcess::prepared([&] {
-    if (becomeNobody()) startedAt(path);
+    // Kept for good: the serving thread must find it when it begins.
+    static std::shared_ptr<BridgeListener> kept;
+    if (becomeNobody()) kept = startedAt(path);
   });
   EXPECT_THAT(UnixClient(path).ask(statusRequest), StartsWith("{\"cpuPercent\":12.5,"));
 }
@@ -90,7 +92,9 @@ TEST_F(BridgeSecurity, TheSameUserIsServed) {
   ASSERT_EQ(::chown(folder.path().c_str(), nobody, nobody), 0);
   const std::string path = folder.path("bridge.sock");
   const ChildProcess program = ChildProcess::prepared([&] {
-    if (becomeNobody()) startedAt(path);
+    // Kept for good: the serving thread must find it when it begins.
+    static std::shared_ptr<BridgeListener> kept;
+    if (becomeNobody()) kept = startedAt(path);
   });
   EXPECT_THAT(answerToNobody(path), StartsWith("connected {\"cpuPercent\":12.5,"));
 }
