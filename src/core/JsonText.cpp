@@ -1,8 +1,11 @@
 #include "core/JsonText.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <string_view>
+#include <utility>
 
 namespace korvantis {
 
@@ -26,7 +29,11 @@ constexpr std::array<bool, 256> specialBytes = [] {
 /// infinite numbers are seen on the way.
 class JsonWriter {
  public:
-  std::string text;
+  /// What has been written; ends the writing.
+  std::string takeText() {
+    text.resize(used);
+    return std::move(text);
+  }
 
   /// False when the value holds a number for which JSON has no form.
   bool write(const Json& value) {
@@ -42,35 +49,49 @@ class JsonWriter {
   }
 
  private:
+  /// Room for so many bytes behind what has been written.
+  char* room(std::size_t count) {
+    if (text.size() - used < count) text.resize(std::max(2 * text.size(), used + count));
+    return text.data() + used;
+  }
+
+  void put(char character) {
+    *room(1) = character;
+    ++used;
+  }
+
+  void put(std::string_view words) {
+    std::ranges::copy(words, room(words.size()));
+    used += words.size();
+  }
+
   bool writeObject(const Json::object_t& object) {
     char before = '{';
     for (const auto& [key, value] : object) {
-      text += before;
+      put(before);
       writeText(key);
-      text += ':';
+      put(':');
       if (!write(value)) return false;
       before = ',';
     }
-    text += object.empty() ? "{}" : "}";
+    put(object.empty() ? "{}" : "}");
     return true;
   }
 
   bool writeList(const Json::array_t& list) {
     char before = '[';
     for (const Json& value : list) {
-      text += before;
+      put(before);
       if (!write(value)) return false;
       before = ',';
     }
-    text += list.empty() ? "[]" : "]";
+    put(list.empty() ? "[]" : "]");
     return true;
   }
 
   /// Copies and looks in one pass; a text with anything special in it is the library's to write.
   void writeText(const std::string& words) {
-    const std::size_t begin = text.size();
-    text.resize(begin + words.size() + 2);
-    char* place = text.data() + begin;
+    char* place = room(words.size() + 2);
     bool isSpecial = false;
     *place++ = '"';
     for (const char character : words) {
@@ -78,41 +99,40 @@ class JsonWriter {
       *place++ = character;
     }
     *place = '"';
-    if (!isSpecial) return;
-    text.resize(begin);
-    writeOther(words);
+    if (isSpecial) return writeOther(words);
+    used += words.size() + 2;
   }
 
   template <typename Integer>
   void writeInteger(Integer number) {
-    std::array<char, longestNumber> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-    text.append(digits.data(), end);
+    char* const place = room(longestNumber);
+    used +=
+        static_cast<std::size_t>(std::to_chars(place, place + longestNumber, number).ptr - place);
   }
 
   /// As the library does: the shortest digits that read back as the same, never without a point.
   bool writeNumber(double number) {
     if (!std::isfinite(number)) return false;
-    std::array<char, longestNumber> digits{};
-    const char* const begin = digits.data();
-    const char* const end =
-        nlohmann::detail::to_chars(digits.data(), begin + digits.size(), number);
-    text.append(begin, end);
+    char* const place = room(longestNumber);
+    used += static_cast<std::size_t>(
+        nlohmann::detail::to_chars(place, place + longestNumber, number) - place);
     return true;
   }
 
   void writeOther(const Json& value) {
-    text += value.dump(-1, ' ', false, nlohmann::detail::error_handler_t::replace);
+    put(value.dump(-1, ' ', false, nlohmann::detail::error_handler_t::replace));
   }
+
+  std::string text = std::string(usualBytes, '\0');
+  std::size_t used = 0;
 };
 
 }  // namespace
 
 std::optional<std::string> jsonText(const nlohmann::ordered_json& value) {
   JsonWriter writer;
-  writer.text.reserve(usualBytes);
   if (!writer.write(value)) return std::nullopt;
-  return std::move(writer.text);
+  return writer.takeText();
 }
 
 }  // namespace korvantis

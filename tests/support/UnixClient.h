@@ -44,6 +44,17 @@ class UnixClient {
   /// Everything that comes until the other end closes.
   std::string receive() const { return receiveAll(descriptor); }
 
+  /// What comes up to a line feed, or until the other end closes.
+  std::string receiveLine() const {
+    std::string line;
+    while (!line.ends_with('\n')) {
+      const std::string piece = receiveOnce(descriptor);
+      if (piece.empty()) break;
+      line += piece;
+    }
+    return line;
+  }
+
   /// Whether something (also an end) comes within these milliseconds.
   bool hasNews(int milliseconds) const {
     pollfd waiting{.fd = descriptor, .events = POLLIN, .revents = 0};

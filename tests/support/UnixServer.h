@@ -48,7 +48,7 @@ inline std::string receiveAll(int descriptor) {
 
 /// What has come up to now, after waiting for something to come.
 inline std::string receiveOnce(int descriptor) {
-  std::string chunk(65536, '\0');
+  std::string chunk(16384, '\0');
   const ssize_t got = ::read(descriptor, chunk.data(), chunk.size());
   chunk.resize(got > 0 ? static_cast<std::size_t>(got) : 0);
   return chunk;
