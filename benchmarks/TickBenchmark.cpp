@@ -77,7 +77,7 @@ struct ScriptedMachine {
   LibProcSampler procSampler{platform};
   AppGrouper appGrouper{platform.propertyLists};
   ProjectLocator projectLocator{platform.files};
-  ContainerSampler containerSampler;
+  ContainerSampler containerSampler{platform};
   ServerWatcher serverWatcher{platform.clock};
   InsightEngine insightEngine{platform.clock, platform.random};
   AgentScanner agentScanner{platform.clock, platform.files};

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "analysis/QuitCheck.h"
-#include "bridge/BridgeSocket.h"
 #include "samplers/AppleSMCReader.h"
 
 namespace korvantis {
@@ -184,8 +183,7 @@ void OstrelEngine::startBridgeListener(BridgeProvider provider) {
   if (bridgeListener) {
     return;
   }
-  bridgeListener =
-      std::make_shared<BridgeListener>(BridgeSocket::defaultSocketPath(), std::move(provider));
+  bridgeListener = std::make_shared<BridgeListener>(platform, std::move(provider));
   bridgeListener->start();
 }
 

@@ -116,7 +116,7 @@ class OstrelEngine {
   LibProcSampler procSampler{platform};
   AppGrouper appGrouper{platform.propertyLists};
   ProjectLocator projectLocator{platform.files};
-  ContainerSampler containerSampler;
+  ContainerSampler containerSampler{platform};
   ServerWatcher serverWatcher{platform.clock};
   InsightEngine insightEngine{platform.clock, platform.random};
   AgentScanner agentScanner{platform.clock, platform.files};

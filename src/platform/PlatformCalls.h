@@ -11,8 +11,10 @@
 #include "platform/PropertyListCalls.h"
 #include "platform/RandomCalls.h"
 #include "platform/RunningApplicationCalls.h"
+#include "platform/SocketCalls.h"
 #include "platform/SysctlCalls.h"
 #include "platform/VolumeCalls.h"
+#include "platform/WorkQueueCalls.h"
 
 namespace korvantis {
 
@@ -30,6 +32,8 @@ struct PlatformCalls {
   PowerCalls power;
   VolumeCalls volumes;
   FileManagerCalls files;
+  SocketCalls sockets;
+  WorkQueueCalls workQueues;
   PropertyListCalls propertyLists;
   RunningApplicationCalls runningApplications;
 };

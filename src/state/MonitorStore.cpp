@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "bridge/BridgeCommands.h"
 #include "state/InsightList.h"
 #include "state/ObservableField.h"
 #include "state/WhatsWrongHeadline.h"
@@ -46,9 +47,7 @@ MonitorStore::MonitorStore(MonitorStoreCalls calls, QObject* parent)
       look_(lookStoreCalls(calls_)),
       alerts_(calls_.clock) {
   hardwareInfo_ = calls_.engine.readHardwareInfo();
-  // The bridge has no commands yet: every request is answered with an empty object.
-  calls_.engine.startBridgeListener(
-      [](const std::string&, const nlohmann::json&) { return nlohmann::ordered_json::object(); });
+  calls_.engine.startBridgeListener(BridgeCommands(calls_.engine.sampleTick));
   refreshTick();
   reloadHistory();
   startTimer();

@@ -100,6 +100,14 @@ TEST_F(OstrelEngineAttribution, TickNamesTheAgentWithTheTokensOfTheLogs) {
   EXPECT_EQ(snapshot.planLimits[0].tokensWeek, 300000);
 }
 
+/// Without the questions of the container sampler, which looks for engines at a pace of its own.
+std::vector<std::string> withoutEngineQuestions(std::vector<std::string> questions) {
+  std::erase_if(questions, [](const std::string& question) {
+    return question == "home" || question.ends_with("/docker.sock");
+  });
+  return questions;
+}
+
 TEST_F(OstrelEngineAttribution, SteadyTickAsksForNoFileUntilTheLogsAreDue) {
   tick();
   EXPECT_FALSE(files.takeQuestions().empty());
@@ -107,10 +115,10 @@ TEST_F(OstrelEngineAttribution, SteadyTickAsksForNoFileUntilTheLogsAreDue) {
     table.advance(2);
     tick();
   }
-  EXPECT_THAT(files.takeQuestions(), IsEmpty());
+  EXPECT_THAT(withoutEngineQuestions(files.takeQuestions()), IsEmpty());
   table.advance(2);
   tick();
-  EXPECT_THAT(files.questions(),
+  EXPECT_THAT(withoutEngineQuestions(files.questions()),
               ElementsAre("exists /home/ada/.claude/projects", "walk /home/ada/.claude/projects",
                           "next", "size /home/ada/.claude/projects/a/b.jsonl", "next"));
 }

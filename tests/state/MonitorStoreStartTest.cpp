@@ -91,14 +91,19 @@ TEST(MonitorStoreStart, LoadsTheHistoryOfTheLast24Hours) {
   EXPECT_THAT(monitor.loadedSince, Each(monitor.now - 86400));
 }
 
-TEST(MonitorStoreStart, TheBridgeIsGivenAProviderThatAnswersWithAnEmptyObject) {
+TEST(MonitorStoreStart, TheBridgeIsGivenAProviderThatAnswersFromATickOfItsOwn) {
   ScriptedMonitor monitor;
   monitor.store();
+  const int ticks = monitor.ticks;
+  const double cpuPercent = monitor.store().snapshot().system.cpuPercent;
+  monitor.nextSnapshot.system.cpuPercent = cpuPercent + 12.5;
 
   ASSERT_TRUE(monitor.provider);
   const auto reply = monitor.provider("status", nlohmann::json{{"command", "status"}});
-  EXPECT_EQ(reply.dump(), "{}");
-  EXPECT_EQ(monitor.ticks, 1);
+  EXPECT_EQ(reply["cpuPercent"], cpuPercent + 12.5);
+  EXPECT_EQ(monitor.ticks, ticks + 1);
+  EXPECT_EQ(monitor.store().snapshot().system.cpuPercent, cpuPercent)
+      << "what the bridge saw does not reach the screens";
 }
 
 TEST(MonitorStoreStart, NothingOfTheStoreItselfOutlivesARestart) {

@@ -115,6 +115,8 @@ PlatformCalls systemPlatformCalls() {
     return 0;
   };
   calls.files = systemFileManagerCalls();
+  calls.sockets = systemSocketCalls();
+  calls.workQueues = systemWorkQueueCalls();
   calls.propertyLists.dictionaryWithContentsOfFile = readPropertyListFile;
   calls.runningApplications = noRunningApplications();
   addMachineCalls(calls, systemMachineSources());

@@ -84,6 +84,8 @@ PlatformCalls systemPlatformCalls() {
   };
   addMachineCalls(calls);
   calls.files = systemFileManagerCalls();
+  calls.sockets = systemSocketCalls();
+  calls.workQueues = systemWorkQueueCalls();
   calls.propertyLists.dictionaryWithContentsOfFile = readPropertyListFile;
   calls.runningApplications = systemRunningApplicationCalls();
   return calls;
