@@ -91,6 +91,8 @@ const std::string seedAppHour = "INSERT OR REPLACE INTO app_hours (" + appColumn
 class HistoryStatements : public HistoryTest {
  protected:
   TracedStatements traced;
+
+  void TearDown() override { close(); }
 };
 
 TEST_F(HistoryStatements, OfAnOpenOfAnEstablishedDatabase) {
