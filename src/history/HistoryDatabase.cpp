@@ -76,9 +76,10 @@ void HistoryDatabase::recordSample(const SystemSample& system,
 }
 
 std::vector<Reading> HistoryDatabase::loadReadings(Instant since) {
+  const std::int64_t nowSeconds = cutTowardZero(clock.now());
   const std::scoped_lock guard(lock);
   if (!db) return {};
-  return HistoryQueries::readings(db, cutTowardZero(since.secondsSince1970));
+  return HistoryQueries::readings(db, cutTowardZero(since.secondsSince1970), nowSeconds);
 }
 
 std::vector<HistoricalAppSummary> HistoryDatabase::loadAppSummaries(Instant since) {

@@ -1,5 +1,7 @@
 #include "history/HistoryQueries.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <utility>
@@ -57,12 +59,23 @@ HistoricalAppSummary summaryOf(const SQLiteStatement& row) {
   return summary;
 }
 
+/// How many readings a range can hold, a year's at most: with room for them the list is not copied
+/// while it grows. Memory that stays unused is only addresses.
+std::size_t mostReadings(std::int64_t sinceSeconds, std::int64_t nowSeconds) {
+  constexpr double readingSeconds = 300;
+  constexpr double yearOfReadings = 366 * 86400 / readingSeconds;
+  const double range = static_cast<double>(nowSeconds) - static_cast<double>(sinceSeconds);
+  return static_cast<std::size_t>(std::clamp(range / readingSeconds + 1, 0.0, yearOfReadings));
+}
+
 }  // namespace
 
-std::vector<Reading> readings(const SQLiteConnection& db, std::int64_t sinceSeconds) {
+std::vector<Reading> readings(const SQLiteConnection& db, std::int64_t sinceSeconds,
+                              std::int64_t nowSeconds) {
   std::vector<Reading> rows;
   SQLiteStatement select(db, HistoryStatements::selectReadings());
   if (!select) return rows;
+  rows.reserve(mostReadings(sinceSeconds, nowSeconds));
   select.bindAll(sinceSeconds);
   while (select.step()) rows.push_back(readingOf(select));
   return rows;

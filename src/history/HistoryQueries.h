@@ -12,7 +12,9 @@
 namespace korvantis::HistoryQueries {
 
 /// The readings that begin at `sinceSeconds` (whole seconds since 1970) or later, oldest first.
-std::vector<Reading> readings(const SQLiteConnection& db, std::int64_t sinceSeconds);
+/// `nowSeconds` only tells how many there may be.
+std::vector<Reading> readings(const SQLiteConnection& db, std::int64_t sinceSeconds,
+                              std::int64_t nowSeconds);
 
 /// The totals of each application over the hours that begin at `sinceSeconds` or later: at most
 /// 50, by energy and then by peak memory.

@@ -1,12 +1,15 @@
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <limits>
+#include <sstream>
 #include <string>
 #include <vector>
 
+#include "history/HelperProgram.h"
 #include "history/HistoryCSV.h"
 #include "history/HistoryFixture.h"
 #include "support/CommaLocale.h"
@@ -225,6 +228,28 @@ TEST_F(HistoryExport, WritesAfterTheLoadsAndOutsideTheLock) {
     return false;
   };
   EXPECT_EQ(history().exportCSVToDownloads(Instant{0}), ExportedCSVFiles{});
+}
+
+TEST_F(HistoryExport, OfAYearHoldsTheReadingsAndTheTextsInMemoryAndNoThirdCopy) {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+  GTEST_SKIP() << "a sanitizer's own memory would be measured";
+#endif
+  open();
+  close();
+  rows(
+      "DELETE FROM readings; WITH RECURSIVE row(n) AS (SELECT 0 UNION ALL SELECT n + 1 FROM row "
+      "WHERE n < 105119) INSERT INTO readings SELECT 1700000100 + n * 300, 300, n % 97 + 0.37, "
+      "99.5, 5e9, 6e9, 50, 60, 1, 0, 12.25, 30.5, 1, 2, 50.5, 60.5, 70.5, 80.5, 0, 0, 9.75, 20, "
+      "0, 80.5, 300 FROM row;");
+  test::HelperProgram helper({"export", folder.path()});
+  std::istringstream answer(helper.readAll());
+  std::int64_t grown = 0;
+  std::int64_t needed = 0;
+  ASSERT_TRUE(answer >> grown >> needed);
+  ASSERT_GT(needed, 25'000'000);
+  EXPECT_GT(grown, needed / 2) << "nothing was measured";
+  // The smaller of the two, the text, takes more than that.
+  EXPECT_LT(grown, needed + 5'000'000);
 }
 
 }  // namespace

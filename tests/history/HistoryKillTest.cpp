@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <chrono>
 #include <cstdint>
 #include <gtest/gtest.h>
@@ -31,10 +32,10 @@ struct KilledDatabase {
 
   /// Records from where the last run stopped and is killed at a random moment; gives how many
   /// flushes were over by then.
-  std::int64_t recordAndKill(std::mt19937& chance) {
+  std::int64_t recordAndKill(std::mt19937& chance, std::chrono::microseconds longest) {
     HelperProgram helper({"record", folder.path(), std::to_string(flushes), "0"});
-    std::uniform_int_distribution<int> microseconds(0, 30'000);
-    std::this_thread::sleep_for(std::chrono::microseconds(microseconds(chance)));
+    std::uniform_int_distribution<std::int64_t> moment(0, longest.count());
+    std::this_thread::sleep_for(std::chrono::microseconds(moment(chance)));
     ::kill(helper.process().pid(), SIGKILL);
     const std::string output = helper.readAll();
     EXPECT_EQ(helper.process().waitForSignal(), SIGKILL);
@@ -65,15 +66,26 @@ struct KilledDatabase {
   }
 };
 
+/// How long a start with a new database takes until its first flush is over.
+std::chrono::microseconds timeToFirstFlush() {
+  const TemporaryFolder folder;
+  const auto begin = std::chrono::steady_clock::now();
+  HelperProgram helper({"record", folder.path(), "0", "1"});
+  helper.readLine();
+  return std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() -
+                                                               begin);
+}
+
 TEST(HistoryKill, TwoHundredKillsAtRandomMomentsLoseNothingThatWasOver) {
   std::mt19937 chance(std::random_device{}());
+  const auto longest = 2 * timeToFirstFlush();
   int runsWithFlushes = 0;
   int unfinished = 0;
   std::int64_t total = 0;
   for (int database = 0; database < kills / killsForADatabase; ++database) {
     KilledDatabase killed;
     for (int run = 0; run < killsForADatabase && !HasFailure(); ++run) {
-      const std::int64_t finished = killed.recordAndKill(chance);
+      const std::int64_t finished = killed.recordAndKill(chance, longest);
       killed.expectWholeAfter(finished, &unfinished);
       runsWithFlushes += finished > 0 ? 1 : 0;
       total += finished;

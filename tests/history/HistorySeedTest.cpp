@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,8 +12,6 @@ namespace {
 
 using test::HistoryTest;
 using test::Rows;
-using ::testing::Each;
-using ::testing::ElementsAre;
 
 class HistorySeed : public HistoryTest {
  protected:

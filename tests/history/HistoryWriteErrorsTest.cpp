@@ -152,7 +152,7 @@ TEST_F(HistoryWriteErrors, WithinAFlushLeaveEarlierFlushesInPlace) {
       ++failures;
     }
   }
-  EXPECT_GE(failures, 4 * 8);
+  EXPECT_GE(failures, 4 * 3) << "a flush calls the file system more than twice";
 }
 
 }  // namespace
