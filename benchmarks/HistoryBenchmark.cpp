@@ -298,5 +298,28 @@ BENCHMARK(exportYear)
     ->MinTime(3)
     ->Unit(benchmark::kMillisecond);
 
+/// What the history adds to the start of the program: the first one of all, and one with a year in
+/// the file.
+void startWithYear(benchmark::State& state) {
+  const Histories histories;
+  fillYear(histories.history.databasePath());
+  for ([[maybe_unused]] auto iteration : state) HistoryDatabase(histories.platform);
+}
+BENCHMARK(startWithYear)->Name("History/start with a year")->Unit(benchmark::kMillisecond);
+
+void firstStart(benchmark::State& state) {
+  for ([[maybe_unused]] auto iteration : state) {
+    state.PauseTiming();
+    PlatformCalls platform = systemPlatformCalls();
+    test::usePrivateFolders(platform);
+    state.ResumeTiming();
+    HistoryDatabase history(platform);
+    state.PauseTiming();
+    benchmark::DoNotOptimize(history.databasePath().data());
+    state.ResumeTiming();
+  }
+}
+BENCHMARK(firstStart)->Name("History/first start")->Unit(benchmark::kMillisecond);
+
 }  // namespace
 }  // namespace korvantis

@@ -49,8 +49,8 @@ HistoryDatabase::HistoryDatabase(const PlatformCalls& platform)
 SQLiteConnection HistoryDatabase::openIn(const std::string& folder) {
   const std::string own = pathIn(folder, "Korvantis");
   files.createDirectory(own);
-  openedPath = pathIn(own, "history.sqlite");
-  return SQLiteConnection(openedPath);
+  databasePath_ = pathIn(own, "history.sqlite");
+  return SQLiteConnection(databasePath_);
 }
 
 bool HistoryDatabase::isEstablished() const {

@@ -36,7 +36,7 @@ class HistoryDatabase {
   ~HistoryDatabase() = default;
 
   /// Path of the file that was opened, or that was tried last. Never changes.
-  const std::string& databasePath() const { return openedPath; }
+  const std::string& databasePath() const { return databasePath_; }
 
   /// Folds a finished tick into its buckets, at most once in 10 seconds by the sample's own time;
   /// in between the tick is dropped. `elapsedSeconds` is the time since the tick before; the first
@@ -64,7 +64,7 @@ class HistoryDatabase {
   const ProcessInfoCalls processInfo;
   const FileManagerCalls files;
 
-  std::string openedPath;
+  std::string databasePath_;
   /// Guards `db` and `lastFlushTimestamp`; held for the whole of an operation.
   std::mutex lock;
   /// None when no file could be opened.

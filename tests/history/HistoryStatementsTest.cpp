@@ -151,6 +151,23 @@ TEST_F(HistoryStatements, OfAFlushWithoutGroupsLeaveTheLedgerAlone) {
   EXPECT_THAT(traced.take(), ElementsAre("BEGIN TRANSACTION;", upsertReading, "COMMIT;"));
 }
 
+TEST_F(HistoryStatements, OfAFlushThatFailsAreStillCommitted) {
+  open();
+  close();
+  rows("ALTER TABLE readings DROP COLUMN gpu_percent_avg;");
+  open();
+  traced.take();
+  history().recordSample(sampleAt(now), {groupNamed("a")}, 2);
+  EXPECT_THAT(traced.take(), ElementsAre("BEGIN TRANSACTION;", upsertAppHour, "COMMIT;"));
+
+  close();
+  rows("ALTER TABLE app_hours DROP COLUMN energy_joules;");
+  open();
+  traced.take();
+  history().recordSample(sampleAt(now + 10), {groupNamed("a")}, 2);
+  EXPECT_THAT(traced.take(), ElementsAre("BEGIN TRANSACTION;", "COMMIT;"));
+}
+
 TEST_F(HistoryStatements, OfADroppedTickAreNone) {
   history().recordSample(sampleAt(now), {groupNamed("a")}, 2);
   traced.take();

@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 #include <optional>
 #include <pwd.h>
+#include <sched.h>
 #include <string>
+#include <sys/mount.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -180,6 +182,20 @@ TEST_F(UserFolders, WithoutATemporaryFolderInTheEnvironmentItIsAPrivateOne) {
   });
   EXPECT_THAT(answer, MatchesRegex("/tmp/korvantis-" + std::to_string(::getuid()) + "(-......)? " +
                                    std::to_string(0700)));
+}
+
+TEST_F(UserFolders, WhereNothingCanBeMadeInTheTemporaryFolderTheHomeStandsIn) {
+  const std::string answer = ChildProcess::answerOf([this] {
+    const bool isReadOnly = ::unshare(CLONE_NEWNS) == 0 &&
+                            ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+                            ::mount("tmpfs", "/tmp", "tmpfs", MS_RDONLY, nullptr) == 0;
+    if (!isReadOnly) return std::string("not mounted");
+    const ScopedVariable elsewhere("HOME", "/var");
+    const ScopedVariable none("TMPDIR", unset);
+    return files.temporaryDirectory();
+  });
+  if (answer == "not mounted") GTEST_SKIP() << "this process may not mount a read-only disk";
+  EXPECT_EQ(answer, "/var");
 }
 
 class PrivateFolder : public testing::Test {
