@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "engine/OstrelEngine.h"
+#include "support/PrivateFolders.h"
 #include "support/ScriptedProcesses.h"
 
 namespace korvantis {
@@ -51,9 +52,16 @@ test::ScriptedProcess scriptedProcess(std::int32_t pid) {
   return process;
 }
 
-/// The real system's operations, with a scripted table in place of its processes.
-PlatformCalls platformOver(test::ScriptedProcesses& table) {
+/// The real system's operations, but with folders of their own for what is kept.
+PlatformCalls realPlatform() {
   PlatformCalls platform = systemPlatformCalls();
+  test::usePrivateFolders(platform);
+  return platform;
+}
+
+/// The same with a scripted table in place of the system's processes.
+PlatformCalls platformOver(test::ScriptedProcesses& table) {
+  PlatformCalls platform = realPlatform();
   table.install(platform);
   return platform;
 }
@@ -81,7 +89,7 @@ struct ScriptedMachine {
   ServerWatcher serverWatcher{platform.clock};
   InsightEngine insightEngine{platform.clock, platform.random};
   AgentScanner agentScanner{platform.clock, platform.files};
-  HistoryDatabase historyDB;
+  HistoryDatabase historyDB{platform};
   OstrelEngine engine{platform};
 
   std::vector<ProcessSample> processes;
@@ -153,6 +161,7 @@ auto sampleMountedVolumes(ScriptedMachine& machine) {
 }
 
 auto recordSample(ScriptedMachine& machine) {
+  machine.system.timestamp.secondsSince1970 += tickSeconds;
   machine.historyDB.recordSample(machine.system, machine.appGroups, tickSeconds);
   return 0;
 }
@@ -179,7 +188,7 @@ BENCHMARK_CAPTURE(step, recordSample, recordSample)->Apply(processCounts);
 
 /// The whole tick over the machine that this runs on, one right after the other.
 void realTick(benchmark::State& state) {
-  OstrelEngine engine(systemPlatformCalls());
+  OstrelEngine engine(realPlatform());
   std::size_t processCount = 0;
   for (auto _ : state) {
     const EngineSnapshot snapshot = engine.sampleTick({}, {});

@@ -17,6 +17,7 @@
 
 #include "engine/OstrelEngine.h"
 #include "platform/PlatformCalls.h"
+#include "support/PrivateFolders.h"
 
 namespace {
 
@@ -68,7 +69,9 @@ int main(int count, char** words) {
   const double seconds = count > 1 ? std::atof(words[1]) : 50;
   const std::chrono::duration<double> interval(count > 2 ? std::atof(words[2]) : 2);
   std::atomic<int> paced{0};
-  korvantis::OstrelEngine engine(countingPacedCalls(korvantis::systemPlatformCalls(), paced));
+  PlatformCalls platform = korvantis::systemPlatformCalls();
+  korvantis::test::usePrivateFolders(platform);
+  korvantis::OstrelEngine engine(countingPacedCalls(platform, paced));
 
   const auto begin = std::chrono::steady_clock::now();
   // The first tick reads everything and is left out of the figures; one tick more than fits in.

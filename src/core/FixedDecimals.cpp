@@ -17,14 +17,23 @@ constexpr std::size_t longestText =
 
 }  // namespace
 
-std::string fixedDecimals(double value, int decimals) {
+void appendFixedDecimals(std::string& text, double value, int decimals) {
   // The sign of "no number" differs between processors; nobody wants to read it.
-  if (std::isnan(value)) return "nan";
-  std::array<char, longestText> text{};
+  if (std::isnan(value)) {
+    text += "nan";
+    return;
+  }
+  std::array<char, longestText> digits;  // NOLINT: filled by to_chars
   const auto [end, error] =
-      std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed,
+      std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed,
                     std::clamp(decimals, 0, mostDecimals));
-  return std::string(text.data(), end);
+  text.append(digits.data(), end);
+}
+
+std::string fixedDecimals(double value, int decimals) {
+  std::string text;
+  appendFixedDecimals(text, value, decimals);
+  return text;
 }
 
 }  // namespace korvantis

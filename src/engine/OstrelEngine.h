@@ -120,7 +120,7 @@ class OstrelEngine {
   ServerWatcher serverWatcher{platform.clock};
   InsightEngine insightEngine{platform.clock, platform.random};
   AgentScanner agentScanner{platform.clock, platform.files};
-  HistoryDatabase historyDB;
+  HistoryDatabase historyDB{platform};
 
   const CollaboratorCalls collaborators;
 

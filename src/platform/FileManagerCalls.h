@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace korvantis {
@@ -37,6 +38,10 @@ struct FileManagerCalls {
   /// Makes a folder and what is missing above it, for this user alone (mode 0700); true when it
   /// is there afterwards.
   std::function<bool(const std::string& path)> createDirectory;
+  /// Writes a file whole or not at all (`writeToFile:options:` with `NSDataWritingAtomic`): a new
+  /// one in the same folder, moved over what stands at `path`. True on success; otherwise what was
+  /// there is still there.
+  std::function<bool(const std::string& path, std::string_view bytes)> writeAtomically;
 };
 
 /// The file system's own answers. On Linux the folders follow the environment at each call.

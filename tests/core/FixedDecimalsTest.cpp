@@ -73,5 +73,13 @@ TEST(FixedDecimals, BearsMoreDecimalsThanADoubleHas) {
   EXPECT_EQ(fixedDecimals(0.5, std::numeric_limits<int>::max()).substr(0, 4), "0.50");
 }
 
+TEST(FixedDecimals, AppendsTheSameTextToWhatIsThere) {
+  std::string text = "a,";
+  appendFixedDecimals(text, 2.675, 2);
+  appendFixedDecimals(text, std::numeric_limits<double>::quiet_NaN(), 1);
+  appendFixedDecimals(text, -0.04, 1);
+  EXPECT_EQ(text, "a,2.67nan-0.0");
+}
+
 }  // namespace
 }  // namespace korvantis

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "engine/ScriptedEngine.h"
+#include "support/PrivateFolders.h"
 #include "support/ScriptedFiles.h"
 #include "support/ScriptedProcesses.h"
 
@@ -37,6 +38,7 @@ class OstrelEngineAttribution : public testing::Test {
     table.setNow(now);
     table.install(platform);
     platform.files = files.calls();
+    test::usePrivateFolders(platform);
   }
 
   void add(ScriptedProcess process) {

@@ -1,4 +1,5 @@
 #include <cstdint>
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <memory>
@@ -18,6 +19,7 @@ using test::processNamed;
 using test::ScriptedEngine;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::SizeIs;
 
 TEST(OstrelEngineQuitSafety, OfAProcessBeforeTheFirstTickIsJudgedAgainstEmptyLists) {
   ScriptedEngine scripted;
@@ -130,14 +132,29 @@ TEST(OstrelEngineHistory, QueriesAndExportAreForwardedUnchanged) {
   EXPECT_THAT(since, ElementsAre(1.5, 2.5, 3.5));
 }
 
-TEST(OstrelEngineHistory, ForNowThereIsNoneAndNothingIsExported) {
+TEST(OstrelEngineHistory, BeginsWithTheEngine) {
+  ScriptedEngine scripted;
+  const OstrelEngine engine(scripted.platform);
+  const std::string folder = scripted.platform.files.applicationSupportDirectories().front();
+
+  EXPECT_TRUE(std::filesystem::exists(folder + "/Korvantis/history.sqlite"));
+}
+
+TEST(OstrelEngineHistory, ATickIsRecordedReadBackAndExported) {
   ScriptedEngine scripted;
   OstrelEngine engine(scripted.platform);
   engine.sampleTick({}, {});
 
-  EXPECT_THAT(engine.loadReadings(Instant{0}), IsEmpty());
-  EXPECT_THAT(engine.loadAppSummaries(Instant{0}), IsEmpty());
-  EXPECT_EQ(engine.exportCSVToDownloads(Instant{0}), std::nullopt);
+  const std::vector<Reading> readings = engine.loadReadings(Instant{900});
+  ASSERT_EQ(readings.size(), 1U);
+  EXPECT_EQ(readings[0].start, 900);
+  EXPECT_EQ(readings[0].seconds, 2);
+  EXPECT_THAT(engine.loadAppSummaries(Instant{0}), SizeIs(5)) << "those of the invented week";
+
+  const auto files = engine.exportCSVToDownloads(Instant{900});
+  const std::string downloads = scripted.platform.files.downloadsDirectories().front();
+  EXPECT_EQ(files, (ExportedCSVFiles{downloads + "/ostrel-system-readings.csv",
+                                     downloads + "/ostrel-app-usage.csv"}));
 }
 
 TEST(OstrelEngineHardware, IsForwardedUnchanged) {

@@ -49,6 +49,8 @@ TEST(OstrelEngineTick, RunsEveryStepOnceInItsOrder) {
   ScriptedEngine scripted;
   std::vector<std::string> steps;
   recordSteps(steps, scripted);
+  scripted.engine();
+  steps.clear();  // what its history asked for
 
   scripted.engine().sampleTick({}, {});
 
@@ -63,6 +65,8 @@ TEST(OstrelEngineTick, RunsEveryStepAgainOnTheNextTickWhateverTheInterval) {
   ScriptedEngine scripted;
   std::vector<std::string> steps;
   recordSteps(steps, scripted);
+  scripted.engine();
+  steps.clear();  // what its history asked for
 
   scripted.engine().sampleTick({}, {});
   const std::vector<std::string> first = std::exchange(steps, {});
@@ -403,7 +407,9 @@ TEST(OstrelEngineTick, QuitChecksInsideEveryStepFindNoLockHeld) {
   std::vector<std::string> steps;
   recordSteps(steps, scripted);
   int checks = 0;
+  bool isTicking = false;
   const auto check = [&] {
+    if (!isTicking) return;
     scripted.engine().checkQuitSafety(1);
     scripted.engine().checkQuitSafety(AppGroup{});
     ++checks;
@@ -431,6 +437,8 @@ TEST(OstrelEngineTick, QuitChecksInsideEveryStepFindNoLockHeld) {
   wrap(calls.sampleMountedVolumes);
   wrap(calls.recordSample);
 
+  scripted.engine();
+  isTicking = true;
   scripted.engine().sampleTick({}, {});
 
   EXPECT_EQ(checks, 15);

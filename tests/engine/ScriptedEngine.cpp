@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <memory>
 
+#include "support/PrivateFolders.h"
+
 namespace korvantis::test {
 
 CollaboratorCalls emptyCollaborators() {
@@ -33,6 +35,7 @@ CollaboratorCalls emptyCollaborators() {
 
 PlatformCalls platformWithoutProcesses() {
   PlatformCalls platform = systemPlatformCalls();
+  usePrivateFolders(platform);
   platform.libProc.proc_listallpids = [](void*, int) { return 0; };
   platform.posix.kill = [](std::int32_t, int) { return -1; };
   platform.files.fileExistsAtPath = [](const std::string&) { return false; };

@@ -52,7 +52,8 @@ class ScriptedEngine {
 /// Collaborators that all give the empty value of their type.
 CollaboratorCalls emptyCollaborators();
 
-/// The real system, but with an empty process table, no files and no way to signal anything.
+/// The real system, but with an empty process table, no files, no way to signal anything, and
+/// folders of its own for what the program keeps.
 PlatformCalls platformWithoutProcesses();
 
 /// A process with nothing but a number and a name.

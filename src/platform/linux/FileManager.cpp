@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/FileManagerCalls.h"
+#include "platform/linux/AtomicFile.h"
 #include "platform/linux/FolderWalk.h"
 #include "platform/linux/UserFolders.h"
 
@@ -40,6 +41,7 @@ bool isFolder(const std::string& path) {
 }
 
 bool createFolder(const std::string& path) {
+  if (namesNothing(path)) return false;
   for (std::size_t end = path.find('/', 1);; end = path.find('/', end + 1)) {
     ::mkdir(path.substr(0, end).c_str(), 0700);
     if (end == std::string::npos) return isFolder(path);
@@ -58,6 +60,7 @@ FileManagerCalls systemFileManagerCalls() {
   calls.downloadsDirectories = downloadFolders;
   calls.temporaryDirectory = temporaryFolder;
   calls.createDirectory = createFolder;
+  calls.writeAtomically = writeFileAtomically;
   return calls;
 }
 

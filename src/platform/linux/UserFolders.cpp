@@ -1,15 +1,18 @@
 #include "platform/linux/UserFolders.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <fcntl.h>
 #include <limits.h>
 #include <memory>
 #include <pwd.h>
 #include <sstream>
+#include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include "platform/linux/FileText.h"
+#include "platform/linux/WellFormedText.h"
 
 namespace korvantis {
 namespace {
@@ -34,16 +37,8 @@ bool isOwnPrivateFolder(const std::string& path) {
          facts.st_uid == ::getuid() && (facts.st_mode & 077) == 0;
 }
 
-std::string makePrivateTemporaryFolder() {
-  const std::string path = "/tmp/korvantis-" + std::to_string(::getuid());
-  ::mkdir(path.c_str(), 0700);
-  if (isOwnPrivateFolder(path)) return path;
-  std::string pattern = path + "-XXXXXX";
-  return ::mkdtemp(pattern.data()) != nullptr ? pattern : path;
-}
-
 /// The text between the quotes of a value, its backslashes undone; empty when it is not quoted.
-std::string unquoted(const std::string& value) {
+std::string unquoted(std::string_view value) {
   if (value.empty() || value.front() != '"') return "";
   std::string text;
   for (std::size_t index = 1; index < value.size(); ++index) {
@@ -52,6 +47,32 @@ std::string unquoted(const std::string& value) {
     text += value[index];
   }
   return "";
+}
+
+void skipBlanks(std::string_view& text) {
+  text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
+}
+
+/// Takes `word` off the beginning of `text`, and the blanks behind it; false when it isn't there.
+bool take(std::string_view& text, std::string_view word) {
+  if (!text.starts_with(word)) return false;
+  text.remove_prefix(word.size());
+  skipBlanks(text);
+  return true;
+}
+
+/// The folder that one line of a user-dirs file names for downloads; empty when it names none.
+std::string downloadFolderOfLine(std::string_view line, const std::string& home) {
+  const std::string_view homeBeginning = "\"$HOME/";
+  skipBlanks(line);
+  if (!take(line, "XDG_DOWNLOAD_DIR") || !take(line, "=")) return "";
+  std::string folder = unquoted(line);
+  if (line.starts_with(homeBeginning) && !folder.empty()) {
+    folder = home + folder.substr(homeBeginning.size() - 2);
+  }
+  while (folder.size() > 1 && folder.back() == '/') folder.pop_back();
+  const bool isPath = folder.starts_with('/') && folder.find('\0') == std::string::npos;
+  return isPath && isWellFormedText(folder) ? folder : "";
 }
 
 }  // namespace
@@ -82,24 +103,25 @@ std::vector<std::string> downloadFolders() {
 std::string temporaryFolder() {
   const std::string folder = absolutePathFromEnvironment("TMPDIR");
   if (!folder.empty()) return folder;
-  static const std::string own = makePrivateTemporaryFolder();
-  return own;
+  static const std::string own = privateFolder("/tmp");
+  // Where nothing can be made in /tmp, the home is the only folder that is surely the user's.
+  return own.empty() ? homeFolder() : own;
+}
+
+std::string privateFolder(const std::string& parent) {
+  const std::string path = parent + "/korvantis-" + std::to_string(::getuid());
+  ::mkdir(path.c_str(), 0700);
+  if (isOwnPrivateFolder(path)) return path;
+  std::string pattern = path + "-XXXXXX";
+  return ::mkdtemp(pattern.data()) != nullptr ? pattern : "";
 }
 
 std::string downloadFolderOf(const std::string& userDirsText, const std::string& home) {
-  const std::string key = "XDG_DOWNLOAD_DIR=";
-  const std::string homeVariable = "$HOME";
   std::string folder;
   std::istringstream lines(userDirsText);
   for (std::string line; std::getline(lines, line);) {
-    line.erase(0, line.find_first_not_of(" \t"));
-    if (!line.starts_with(key)) continue;
-    const std::string value = unquoted(line.substr(key.size()));
-    if (value.starts_with(homeVariable + "/")) {
-      folder = home + value.substr(homeVariable.size());
-    } else if (value.starts_with("/")) {
-      folder = value;
-    }
+    const std::string named = downloadFolderOfLine(line, home);
+    if (!named.empty()) folder = named;
   }
   return folder;
 }

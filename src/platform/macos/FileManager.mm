@@ -61,6 +61,15 @@ bool createFolder(const std::string& path) {
   }
 }
 
+bool writeWhole(const std::string& path, std::string_view bytes) {
+  @autoreleasepool {
+    NSData* const data = [NSData dataWithBytesNoCopy:const_cast<char*>(bytes.data())
+                                              length:bytes.size()
+                                        freeWhenDone:NO];
+    return [data writeToFile:textOf(path) options:NSDataWritingAtomic error:nil] == YES;
+  }
+}
+
 }  // namespace
 
 FileManagerCalls systemFileManagerCalls() {
@@ -79,6 +88,7 @@ FileManagerCalls systemFileManagerCalls() {
   calls.downloadsDirectories = [] { return directories(NSDownloadsDirectory); };
   calls.temporaryDirectory = [] { return bytesOf(NSTemporaryDirectory()); };
   calls.createDirectory = createFolder;
+  calls.writeAtomically = writeWhole;
   return calls;
 }
 
