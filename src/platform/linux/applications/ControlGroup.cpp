@@ -125,9 +125,13 @@ bool isSessionPart(std::string_view part) {
   return std::find(names.begin(), names.end(), part) != names.end() || busUnit(part);
 }
 
-void takePart(ControlGroup& group, std::string_view part) {
+void takePart(ControlGroup& group, std::string_view path) {
+  const std::string_view part = path.substr(path.rfind('/') + 1);
   for (const auto& read : {applicationUnit, busUnit, snapUnit}) {
-    if (auto unit = read(part)) group.units.push_back(*std::move(unit));
+    auto unit = read(part);
+    if (!unit) continue;
+    unit->path = path;
+    group.units.push_back(*std::move(unit));
   }
   group.isSession = group.isSession || isSessionPart(part);
 }
@@ -142,8 +146,8 @@ ControlGroup parseControlGroup(std::string_view text) {
   group.path = *path;
   std::string_view rest = group.path;
   while (!rest.empty()) {
+    takePart(group, rest);
     const std::size_t slash = rest.rfind('/');
-    takePart(group, rest.substr(slash + 1));
     rest = rest.substr(0, slash == std::string_view::npos ? 0 : slash);
   }
   return group;

@@ -18,6 +18,8 @@ struct ControlGroup {
     std::optional<std::int32_t> leader;
     /// It was made for one start of the application; otherwise it holds all that belongs to it.
     bool isOfOneStart = false;
+    /// The path of the group up to this part.
+    std::string path{};
 
     bool operator==(const Unit&) const = default;
   };

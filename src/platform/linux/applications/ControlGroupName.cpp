@@ -18,7 +18,8 @@ bool isLeader(const ControlGroup::Unit& unit, ProcessEvidence& process,
               const ProcessSurroundings& around) {
   if (!unit.isOfOneStart) return false;
   if (unit.leader) return *unit.leader == process.identity().pid;
-  return around.groupOf(process.parent()) != process.group().path;
+  // Some applications divide their group further.
+  return !(around.groupOf(process.parent()) + "/").starts_with(unit.path + "/");
 }
 
 }  // namespace

@@ -36,9 +36,10 @@ void KeptBusNames::refresh(bool hasNewcomers,
     finished.notify_all();
   });
   std::unique_lock guard(lock);
-  if (!std::exchange(hasWaited, true)) {
+  if (!hasAnswer && !hasWaited) {
     finished.wait_for(guard, longestWait, [this] { return hasAnswer; });
   }
+  hasWaited = true;
 }
 
 std::vector<std::string> KeptBusNames::of(const ProcessIdentity& process) const {

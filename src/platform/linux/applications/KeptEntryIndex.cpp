@@ -27,8 +27,9 @@ std::shared_ptr<const DesktopEntryIndex> KeptEntryIndex::current() {
   }
   if (isDue) work.start([this] { lookForChanges(); });
   std::unique_lock guard(lock);
-  if (!hasIndex && !std::exchange(hasWaited, true)) {
+  if (!hasIndex && !hasWaited) {
     finished.wait_for(guard, longestWait, [this] { return hasIndex; });
+    hasWaited = true;
   }
   return index;
 }

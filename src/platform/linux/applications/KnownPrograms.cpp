@@ -15,13 +15,13 @@ constexpr std::array<std::string_view, 23> languages{
     "java",   "mono", "electron", "wish",     "tclsh", "php",    "lua",   "luajit",
     "guile",  "deno", "bun",      "qmlscene", "qml",   "wine",   "wine64"};
 
-constexpr std::array<std::string_view, 75> sessionNames{
+constexpr std::array<std::string_view, 77> sessionNames{
     // Desktop shells, window managers, panels
     "gnome-shell", "gnome-session", "gnome-session-binary", "mutter", "plasmashell", "kwin_x11",
     "kwin_wayland", "kwin_wayland_wrapper", "ksmserver", "kded5", "kded6", "kglobalaccel5",
     "kglobalacceld", "startplasma-x11", "startplasma-wayland", "plasma_session", "xfce4-session",
-    "xfce4-panel", "xfwm4", "xfdesktop", "xfsettingsd", "xfce4-notifyd", "cinnamon",
-    "cinnamon-session", "muffin", "mate-session", "mate-panel", "marco", "budgie-panel",
+    "xfce4-panel", "xfwm4", "xfdesktop", "xfsettingsd", "xfce4-notifyd", "wrapper-2.0", "xfconfd",
+    "cinnamon", "cinnamon-session", "muffin", "mate-session", "mate-panel", "marco", "budgie-panel",
     "budgie-wm", "lxsession", "lxpanel", "lxqt-session", "lxqt-panel", "openbox", "fluxbox",
     "icewm", "awesome", "bspwm", "dwm", "qtile", "xmonad", "enlightenment", "i3", "i3bar", "sway",
     "swaybar", "Hyprland", "waybar", "wayfire", "labwc", "river", "weston",
