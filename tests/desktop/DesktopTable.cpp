@@ -1,9 +1,10 @@
 // Prints the applications that run on this desktop as a table: program, rule that caught it,
-// helpers by role, verdict. Each argument "NAME|KIND|RULE|PROGRAM,..." is a row that must be there:
-// a group of that name and kind ("app", "system"), with at least one process that was found by
-// RULE ("-" for any), and processes of the given names ("-" for any) in it, each name optionally
-// followed by "=ROLE". "!PROGRAM" says that no process of that name may be in it. The exit code is
-// the number of rows that are missing.
+// helpers by role, verdict. Each argument "NAME|KIND|RULE|PROGRAM,...|VERDICT" is a row that must
+// be there: a group of that name and kind ("app", "system"), with at least one process that was
+// found by RULE ("-" for any), this verdict on its badge ("-" for any) and processes of the given
+// names in it, each name optionally followed by "=ROLE". "!PROGRAM" says that no process of that
+// name may be in it. "NAME|quit" asks the application politely to quit and expects that it takes
+// the request and ends, without a signal. The exit code is the number of rows that failed.
 #include <chrono>
 #include <iostream>
 #include <map>
@@ -106,9 +107,11 @@ bool hasProgram(const AppGroup& group, const std::string& wanted) {
   return false;
 }
 
-bool fits(const AppGroup& group, const std::vector<std::string>& row, const Rules& rules) {
-  if (row.size() != 4 || group.name != row[0] || rawValue(group.kind) != row[1]) return false;
+bool fits(const AppGroup& group, const std::vector<std::string>& row, const Rules& rules,
+          std::string_view badge) {
+  if (row.size() != 5 || group.name != row[0] || rawValue(group.kind) != row[1]) return false;
   if (row[2] != "-" && !rulesOf(group, rules).contains(row[2])) return false;
+  if (row[4] != "-" && badge != row[4]) return false;
   for (const std::string& program : split(row[3], ',')) {
     if (program == "-") continue;
     const bool isForbidden = program.starts_with('!');
@@ -117,8 +120,29 @@ bool fits(const AppGroup& group, const std::vector<std::string>& row, const Rule
   return true;
 }
 
+/// Whether the application takes a polite request and then ends within ten seconds.
+bool quits(const EngineSnapshot& snapshot, const std::string& name, const PlatformCalls& platform) {
+  for (const AppGroup& group : snapshot.appGroups) {
+    if (group.name != name) continue;
+    for (const ProcessSample& process : group.processes) {
+      const auto running =
+          platform.runningApplications.runningApplicationWithProcessIdentifier(process.pid);
+      const auto reading = ProcessReading::open("", process.pid);
+      if (!running || !reading) continue;
+      if (!running->terminate()) return false;
+      for (int tries = 0; tries < 100 && reading->readStat(); ++tries) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+      }
+      const auto left = reading->readStat();
+      return !left || left->state == 'Z';
+    }
+  }
+  return false;
+}
+
 int run(const std::vector<std::string>& expected) {
-  OstrelEngine engine(systemPlatformCalls());
+  const PlatformCalls platform = systemPlatformCalls();
+  OstrelEngine engine(platform);
   engine.sampleTick({}, {});
   std::this_thread::sleep_for(std::chrono::seconds(1));
   const EngineSnapshot snapshot = engine.sampleTick({}, {});
@@ -131,9 +155,11 @@ int run(const std::vector<std::string>& expected) {
   }
   int missing = 0;
   for (const std::string& row : expected) {
-    bool isThere = false;
+    const auto parts = split(row, '|');
+    bool isThere = parts.size() == 2 && parts[1] == "quit" && quits(snapshot, parts[0], platform);
     for (const AppGroup& group : snapshot.appGroups) {
-      isThere = isThere || fits(group, split(row, '|'), rules);
+      const auto badge = badgeText(engine.checkQuitSafety(group).verdict);
+      isThere = isThere || fits(group, parts, rules, badge);
     }
     if (isThere) continue;
     std::cout << "MISSING: " << row << "\n";
