@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <thread>
 
 #include "platform/applications/DesktopFixture.h"
 
@@ -78,6 +79,26 @@ TEST(RecordedDesktop, ToolsInTerminalsBelongToThem) {
     ++tools;
   }
   EXPECT_EQ(tools, 5) << "two shells, a tool in each, and one below the Python program";
+}
+
+TEST(RecordedDesktop, ConcurrentTicksShowEveryProcessWhereItBelongs) {
+  DesktopFixture desktop;
+  desktop.load("debian-12-xvfb.txt");
+  desktop.questions();
+  const auto wrongPaths = [&desktop] {
+    int wrong = 0;
+    for (int round = 0; round < 5; ++round) {
+      desktop.tick();
+      for (const auto& [pid, shown] : desktop.shownPaths) wrong += desktop.path(pid) != shown;
+    }
+    return wrong;
+  };
+  int others = 0;
+  std::thread other([&] { others = wrongPaths(); });
+  const int own = wrongPaths();
+  other.join();
+  EXPECT_EQ(own, 0);
+  EXPECT_EQ(others, 0);
 }
 
 }  // namespace
