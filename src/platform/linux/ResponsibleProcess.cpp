@@ -24,8 +24,9 @@ ProcessIdentity ResponsibleProcess::find(std::int32_t pid, const ProcessIdentity
   if (isMainProgram(process->executablePath)) return {pid, process->startTicks};
   const auto nearest = nearestApplication(process->parent, process->startTicks);
   if (const auto named = aliveApplication(process->groupApplication)) {
-    return nearest && lookUp(nearest->pid)->controlGroup == process->controlGroup ? *nearest
-                                                                                  : *named;
+    const auto owner = nearest ? lookUp(nearest->pid) : std::nullopt;
+    const bool isNearer = owner && owner->controlGroup == process->controlGroup;
+    return isNearer ? *nearest : *named;
   }
   if (nearest) return *nearest;
   if (process->session != pid) {

@@ -60,6 +60,14 @@ TEST_F(RuleOf, AnInterpreterWithAnEntrysScript) {
   EXPECT_EQ(desktop.path(500), "/usr/share/applications/notes.app/Contents/MacOS/python3.11");
 }
 
+TEST_F(RuleOf, AnInterpreterWithALinkToAnEntrysScript) {
+  desktop.script("/usr/share/org.example.Sky/org.example.Sky", "#!/usr/bin/gjs\n");
+  desktop.machine.files.link("usr/bin/example-sky", "../share/org.example.Sky/org.example.Sky");
+  desktop.entry("org.example.Sky", "Exec=example-sky");
+  EXPECT_EQ(rule(process("/usr/bin/gjs-console", {"gjs", "/usr/bin/example-sky"})),
+            ApplicationRule::interpreterScript);
+}
+
 TEST_F(RuleOf, AScriptIsLookedForInTheFirstThreeArgumentsOnly) {
   EXPECT_EQ(rule(process("/usr/bin/python3", {"python3", "a.py", "-b", "-c", "/usr/bin/notes"})),
             std::nullopt);

@@ -38,6 +38,7 @@ void DesktopEntryIndex::add(const EntryPointer& entry) {
     (entry->isScript ? byScript : byProgram)[entry->program].push_back(entry);
   }
   for (const std::string& script : entry->scripts) byScript[script].push_back(entry);
+  scriptNames.insert(entry->scriptNames.begin(), entry->scriptNames.end());
   for (const std::string& folder : entry->privateFolders) byFolder[folder].push_back(entry);
   const std::size_t line = entry->id.find('_');
   if (line != std::string::npos) bySnap[entry->id.substr(0, line)].push_back(entry);
@@ -52,6 +53,10 @@ const std::vector<EntryPointer>& DesktopEntryIndex::withProgram(const std::strin
 
 const std::vector<EntryPointer>& DesktopEntryIndex::withScript(const std::string& path) const {
   return listIn(byScript, path);
+}
+
+bool DesktopEntryIndex::hasScriptNamed(std::string_view name) const {
+  return scriptNames.contains(std::string(name));
 }
 
 const std::vector<EntryPointer>& DesktopEntryIndex::aroundFile(std::string_view path) const {

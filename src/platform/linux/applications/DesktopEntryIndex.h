@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "platform/linux/applications/ApplicationSources.h"
@@ -32,6 +33,9 @@ class DesktopEntryIndex {
   /// The applications that an interpreter runs from the file at a canonical path.
   const std::vector<EntryPointer>& withScript(const std::string& path) const;
 
+  /// Whether any application has a script that may go by this base name.
+  bool hasScriptNamed(std::string_view name) const;
+
   /// The applications with the innermost private folder that the file at `path` lies below.
   const std::vector<EntryPointer>& aroundFile(std::string_view path) const;
 
@@ -58,6 +62,7 @@ class DesktopEntryIndex {
   Lists byScript;
   Lists byFolder;
   Lists bySnap;
+  std::unordered_set<std::string> scriptNames;
   std::unordered_map<std::string, EntryPointer> byId;
   std::unordered_map<std::string, EntryPointer> byPath;
   std::unordered_map<std::string, EntryPointer> byBundle;

@@ -90,7 +90,10 @@ void EntryReading::addProgram(IndexedEntry& entry, const std::vector<std::string
     addOnce(entry.privateFolders, std::move(folder));
   }
   entry.isScript = file->kind == ProgramFile::Kind::script;
-  if (entry.isScript) addScript(entry, *file);
+  if (!entry.isScript) return;
+  addOnce(entry.scriptNames, name);
+  addOnce(entry.scriptNames, resolvedName);
+  addScript(entry, *file);
 }
 
 void EntryReading::addInterpreted(IndexedEntry& entry,
@@ -100,6 +103,7 @@ void EntryReading::addInterpreted(IndexedEntry& entry,
     const auto script = canonicalPath(sources.root, *word);
     if (!script) continue;
     entry.scripts = {*script};
+    entry.scriptNames = {std::string(baseNameOf(*word)), std::string(baseNameOf(*script))};
     addOnce(entry.stems, programStem(*script));
     entry.extraArguments.assign(word + 1, words.end());
     return;
@@ -118,7 +122,10 @@ void EntryReading::addScript(IndexedEntry& entry, const ProgramFile& script) con
     // What lies in a folder of its own and is named like the program is the program.
     const bool isOwn = stemsAreAlike(programStem(*file), programStem(script.path)) &&
                        !PrivateFolders::around(*file, entry.stems).empty();
-    if (isOwn) addOnce(entry.scripts, *file);
+    if (!isOwn) continue;
+    addOnce(entry.scripts, *file);
+    addOnce(entry.scriptNames, std::string(baseNameOf(path)));
+    addOnce(entry.scriptNames, std::string(baseNameOf(*file)));
   }
 }
 

@@ -29,6 +29,8 @@ struct IndexedEntry {
   std::vector<std::string> privateFolders;
   /// Files that an interpreter runs for it, besides a script that `program` names.
   std::vector<std::string> scripts;
+  /// The base names under which an interpreter may be given one of its scripts.
+  std::vector<std::string> scriptNames;
 };
 
 /// What stands for `word` in comparisons of program names: its base name in lower case (ASCII),

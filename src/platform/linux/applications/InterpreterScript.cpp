@@ -21,6 +21,8 @@ EntryPointer InterpreterScript::find(ProcessEvidence& process, const ProcessSurr
   for (std::size_t index = 1; index <= lastScriptWord && index < words.size(); ++index) {
     std::string path = words[index];
     if (path.find('/') == std::string::npos || path.starts_with('-')) continue;
+    // Names first: the file may lie on a network that does not answer.
+    if (!around.index->hasScriptNamed(baseNameOf(path))) continue;
     if (!path.starts_with('/')) path.insert(0, process.workingDirectory() + "/");
     const auto script = canonicalPath(around.root, path);
     if (!script) continue;
