@@ -8,6 +8,7 @@
 #include "bridge/BridgeCommands.h"
 #include "state/InsightList.h"
 #include "state/ObservableField.h"
+#include "state/StillShown.h"
 #include "state/WhatsWrongHeadline.h"
 
 namespace korvantis {
@@ -202,19 +203,24 @@ void MonitorStore::refreshAfterStop() {
 }
 
 bool MonitorStore::quitApp(const AppGroup& group, bool force) {
-  const bool accepted = calls_.engine.quitAppGroup(group, force);
+  const AppGroup shown = StillShown(calls_.processStart).of(group);
+  // A group that was empty all along is the engine's to judge.
+  const bool isGone = shown.processes.empty() && !group.processes.empty();
+  const bool accepted = !isGone && calls_.engine.quitAppGroup(shown, force);
   refreshAfterStop();
   return accepted;
 }
 
 bool MonitorStore::stopProcess(std::int32_t pid, bool force) {
-  const bool accepted = calls_.engine.stopProcess(pid, force);
+  const bool isShown = StillShown(calls_.processStart).isStillIn(snapshot_, pid);
+  const bool accepted = isShown && calls_.engine.stopProcess(pid, force);
   refreshAfterStop();
   return accepted;
 }
 
 int MonitorStore::stopAllIdleServers() {
-  const int stopped = calls_.engine.stopIdleServers(snapshot_.idleServers);
+  const int stopped =
+      calls_.engine.stopIdleServers(StillShown(calls_.processStart).of(snapshot_.idleServers));
   refreshAfterStop();
   return stopped;
 }

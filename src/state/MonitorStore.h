@@ -210,7 +210,8 @@ class MonitorStore : public QObject {
   QuitSafetyResult quitSafety(const AppGroup& group) const;
 
   /// Stops an application, by force or politely; whether that was accepted. A tick follows 0.35
-  /// seconds later, when it can be gone.
+  /// seconds later, when it can be gone. Here and below a process that is no longer the one that
+  /// was shown under its number is left out.
   bool quitApp(const AppGroup& group, bool force);
 
   /// Stops one process likewise.

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,6 +24,9 @@ struct MonitorStoreCalls {
   UserDefaultsCalls userDefaults;
   AppearanceCalls appearance;
   ApplicationAppearanceCalls applicationAppearance;
+  /// When the process that has a number now began, in whole seconds since 1970; absent when there
+  /// is none. When empty, a number is taken for the process that was shown under it.
+  std::function<std::optional<double>(std::int32_t pid)> processStart;
   /// Shows the files at these paths selected in the file manager, in this order
   /// (`NSWorkspace` `activateFileViewerSelectingURLs`). When empty, nothing is shown.
   std::function<void(const std::vector<std::string>& paths)> activateFileViewerSelectingURLs;

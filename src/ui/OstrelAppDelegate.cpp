@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "engine/OstrelEngine.h"
+#include "platform/ProcessStart.h"
 #include "platform/qt/QtAppearance.h"
 #include "platform/qt/QtMainRunLoop.h"
 #include "platform/qt/QtUserDefaults.h"
@@ -36,6 +37,7 @@ MonitorStoreCalls monitorStoreCalls() {
   calls.userDefaults = qtUserDefaultsCalls();
   calls.appearance = qtAppearanceCalls();
   calls.applicationAppearance = applicationAppearanceCalls();
+  calls.processStart = systemProcessStart;
   return calls;
 }
 

@@ -83,5 +83,23 @@ TEST(ResponsibleProcess, AnApplicationBehindSixAncestorsIsFound) {
   EXPECT_EQ(found(table, 120), (ProcessIdentity{100, 1}));
 }
 
+TEST(ResponsibleProcess, IsTheApplicationThatTheControlGroupIsNamedAfter) {
+  const Table table{{10, {5, 1, 10, mainProgram, "/app-term", {}}},
+                    {15, {9, 1, 15, "/usr/bin/server", "/app-term", {10, 5}}},
+                    {16, {9, 1, 16, "/usr/bin/server", "/app-term", {10, 4}}}};
+  EXPECT_EQ(found(table, 15), (ProcessIdentity{10, 5}));
+  EXPECT_EQ(found(table, 16).pid, 0) << "that one has gone, another has its number";
+}
+
+TEST(ResponsibleProcess, IsTheNearestAncestorWhenThatIsInTheSameControlGroup) {
+  const std::string other = "/apps/Other.app/Contents/MacOS/other";
+  Table table{{10, {5, 1, 10, mainProgram, "/app-term", {}}},
+              {11, {6, 10, 11, other, "/app-term", {10, 5}}},
+              {12, {7, 11, 12, "/usr/bin/tool", "/app-term", {10, 5}}}};
+  EXPECT_EQ(found(table, 12), (ProcessIdentity{11, 6}));
+  table[11].controlGroup = "/app-other";
+  EXPECT_EQ(found(table, 12), (ProcessIdentity{10, 5})) << "it was sorted out of its parent's";
+}
+
 }  // namespace
 }  // namespace korvantis

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/PlatformCalls.h"
+#include "platform/ProcessStart.h"
 #include "support/TemporaryFolder.h"
 
 namespace korvantis {
@@ -88,6 +89,16 @@ TEST(SystemCalls, PropertyListsAreRead) {
   ASSERT_TRUE(map);
   EXPECT_EQ(textProperty(*map, "a"), "b");
   EXPECT_FALSE(calls.propertyLists.dictionaryWithContentsOfFile(folder.path("missing")));
+}
+
+TEST(SystemProcessStart, IsTheOneThatTheProcessRecordTells) {
+  const PlatformCalls calls = systemPlatformCalls();
+  proc_bsdinfo record{};
+  ASSERT_EQ(calls.libProc.proc_pidinfo(::getpid(), PROC_PIDTBSDINFO, 0, &record, sizeof record),
+            static_cast<int>(sizeof record));
+  EXPECT_EQ(systemProcessStart(::getpid()), static_cast<double>(record.pbi_start_tvsec));
+  EXPECT_EQ(systemProcessStart(0), std::nullopt);
+  EXPECT_EQ(systemProcessStart(-5), std::nullopt);
 }
 
 }  // namespace

@@ -2,8 +2,10 @@
 #include <QVariant>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "state/ScriptedMonitor.h"
@@ -25,6 +27,14 @@ class MonitorStoreActions : public ::testing::Test {
   }
 
   MonitorStore& store() { return monitor.store(); }
+
+  /// Makes the store anew, over processes that began at these seconds.
+  void restartOver(std::map<std::int32_t, double> processStarts) {
+    monitor.processStarts = std::move(processStarts);
+    monitor.endStore();
+    monitor.store();
+    monitor.log.clear();
+  }
 
   /// Expects exactly one tick, 0.35 seconds from now and not before.
   void expectOneRefreshLater() {
@@ -88,6 +98,62 @@ TEST_F(MonitorStoreActions, StoppingAllIdleServersWithNoneGives0AndStillRefreshe
   EXPECT_EQ(store().stopAllIdleServers(), 0);
   EXPECT_THAT(monitor.serversToStop, IsEmpty());
   expectOneRefreshLater();
+}
+
+/// An application of processes 10, 11 and 12 that began at seconds 100, 110 and 120.
+AppGroup threeProcesses() {
+  AppGroup group = appGroup("Mail", 1, 2);
+  group.processes.resize(3);
+  for (std::size_t index = 0; index < 3; ++index) {
+    group.processes[index].pid = static_cast<std::int32_t>(10 + index);
+    group.processes[index].startedAt = {100 + 10.0 * static_cast<double>(index)};
+  }
+  return group;
+}
+
+TEST_F(MonitorStoreActions, QuittingLeavesOutEveryProcessThatIsNoLongerTheOneShown) {
+  restartOver({{10, 100}, {11, 999}});
+
+  EXPECT_TRUE(store().quitApp(threeProcesses(), false));
+  EXPECT_THAT(monitor.pidsToQuit, ElementsAre(10)) << "11 is another's number now, 12 has gone";
+  expectOneRefreshLater();
+}
+
+TEST_F(MonitorStoreActions, QuittingAnApplicationOfWhichNothingIsLeftGivesFalseAndAsksNobody) {
+  restartOver({{10, 101}, {11, 111}});
+
+  EXPECT_FALSE(store().quitApp(threeProcesses(), true));
+  EXPECT_THAT(monitor.log, IsEmpty());
+  expectOneRefreshLater();
+}
+
+TEST_F(MonitorStoreActions, AProcessThatInheritedAShownNumberIsNotStopped) {
+  restartOver({{10, 100}, {11, 999}});
+  monitor.nextSnapshot.appGroups = {threeProcesses()};
+  store().refreshTick();
+  monitor.log.clear();
+
+  EXPECT_FALSE(store().stopProcess(11, true));
+  EXPECT_FALSE(store().stopProcess(12, true));
+  EXPECT_THAT(monitor.log, IsEmpty());
+  EXPECT_EQ(monitor.runLoop.delayedTasks.size(), 2U) << "and the usual refreshes follow";
+  monitor.log.clear();
+  EXPECT_TRUE(store().stopProcess(10, true));
+  EXPECT_THAT(monitor.log, ElementsAre("stopProcess 10 by force"));
+}
+
+TEST_F(MonitorStoreActions, StoppingAllIdleServersLeavesOutNumbersThatChangedHands) {
+  restartOver({{5, 50}, {6, 61}});
+  monitor.nextSnapshot.idleServers.resize(2);
+  monitor.nextSnapshot.idleServers[0].pid = 5;
+  monitor.nextSnapshot.idleServers[0].startedAt = {50};
+  monitor.nextSnapshot.idleServers[1].pid = 6;
+  monitor.nextSnapshot.idleServers[1].startedAt = {60};
+  store().refreshTick();
+
+  store().stopAllIdleServers();
+  ASSERT_EQ(monitor.serversToStop.size(), 1U);
+  EXPECT_EQ(monitor.serversToStop[0].pid, 5);
 }
 
 TEST_F(MonitorStoreActions, EachStopSchedulesARefreshOfItsOwnAndLeavesTheTimerAlone) {

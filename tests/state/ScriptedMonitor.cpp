@@ -40,6 +40,8 @@ MonitorEngineCalls ScriptedMonitor::engineCalls() {
   };
   engine.quitAppGroup = [this](const AppGroup& group, bool force) {
     log.push_back("quitAppGroup " + group.id + (force ? " by force" : ""));
+    pidsToQuit.clear();
+    for (const ProcessSample& process : group.processes) pidsToQuit.push_back(process.pid);
     return isStopAccepted;
   };
   engine.stopProcess = [this](std::int32_t pid, bool force) {
@@ -83,6 +85,13 @@ MonitorStoreCalls ScriptedMonitor::calls() {
   calls.userDefaults.setString = [this](const std::string& key, const std::string& value) {
     userDefaults[key] = value;
   };
+  if (processStarts) {
+    calls.processStart = [this](std::int32_t pid) -> std::optional<double> {
+      const auto entry = processStarts->find(pid);
+      if (entry == processStarts->end()) return std::nullopt;
+      return entry->second;
+    };
+  }
   calls.appearance.detectSystemDarkMode = [this] { return systemIsDark; };
   calls.activateFileViewerSelectingURLs = [this](const auto& paths) { revealed.push_back(paths); };
   return calls;

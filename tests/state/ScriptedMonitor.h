@@ -43,6 +43,9 @@ class ScriptedMonitor {
   bool isStopAccepted = true;
   int stoppedServers = 0;
   std::vector<IdleServer> serversToStop;
+  std::vector<std::int32_t> pidsToQuit;
+  /// When each process began; absent when nobody is to ask. Settled when the store is made.
+  std::optional<std::map<std::int32_t, double>> processStarts;
   std::vector<std::pair<std::int64_t, std::optional<double>>> fanTargets;
   BridgeProvider provider;
 

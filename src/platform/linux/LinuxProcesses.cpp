@@ -14,6 +14,7 @@
 #include "platform/linux/FileText.h"
 #include "platform/linux/ProcessName.h"
 #include "platform/linux/ProcessRecords.h"
+#include "platform/linux/applications/LinuxApplications.h"
 
 namespace korvantis {
 namespace {
@@ -130,6 +131,7 @@ int LinuxProcesses::listAllPids(void* buffer, int bufferSize) {
   if (bufferSize < 0) return failure(EINVAL, 0);
   const std::size_t fitting = static_cast<std::size_t>(bufferSize) / sizeof(std::int32_t);
   const auto listed = listing.list(std::min(fitting, longestListing));
+  if (sources.applications) sources.applications->see(listed);
   std::vector<std::int32_t> pids;
   pids.reserve(listed.size());
   for (const ProcessIdentity& identity : listed) pids.push_back(identity.pid);
@@ -225,9 +227,15 @@ ProcessDiskBytes LinuxProcesses::heldDiskBytes(const ProcessIdentity& identity) 
   return kept ? kept->diskBytes : ProcessDiskBytes{};
 }
 
+std::string LinuxProcesses::presentedPath(ProcessReading& reading) const {
+  return sources.applications ? sources.applications->presentedPath(reading)
+                              : reading.executablePath();
+}
+
 int LinuxProcesses::executablePath(int pid, void* buffer, std::uint32_t bufferSize) {
   const auto reading = current(pid);
-  const std::string path = reading ? reading->readExecutablePath() : std::string();
+  if (reading) reading->readExecutablePath();
+  const std::string path = reading ? presentedPath(*reading) : std::string();
   if (path.empty()) return failure(ESRCH, 0);
   if (path.size() >= bufferSize) return failure(ENOMEM, 0);
   std::memcpy(buffer, path.c_str(), path.size() + 1);
@@ -288,7 +296,11 @@ std::optional<ProcessAncestry> LinuxProcesses::ancestry(std::int32_t pid) const 
   std::optional<ProcessAncestry> facts;
   if (reading) {
     const ProcessStat& stat = reading->stat();
-    facts = ProcessAncestry{stat.startTicks, stat.parent, stat.session, reading->executablePath()};
+    facts = ProcessAncestry{stat.startTicks, stat.parent, stat.session, presentedPath(*reading)};
+    if (sources.applications) {
+      facts->controlGroup = sources.applications->groupOf(reading->identity());
+      facts->groupApplication = sources.applications->groupApplication(reading->identity());
+    }
   }
   currentPass.ancestry.emplace(pid, facts);
   return facts;

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "platform/LibProcCalls.h"
 #include "platform/linux/DescriptorBudget.h"
@@ -70,6 +71,7 @@ class LinuxProcesses {
   std::shared_ptr<const ProcessFolder> folderToKeep(ProcessReading& reading) const;
   const ListeningSockets& listeningSockets(ProcessPass& currentPass) const;
   std::optional<ProcessAncestry> ancestry(std::int32_t pid) const;
+  std::string presentedPath(ProcessReading& reading) const;
   ProcessDiskBytes heldDiskBytes(const ProcessIdentity& identity) const;
 
   int basicInformation(std::int32_t pid, void* buffer);

@@ -89,6 +89,10 @@ std::string ProcessReading::commandLine() const {
   return readFileText(folder->number(), "cmdline").text;
 }
 
+std::string ProcessReading::fileText(const std::string& name, std::size_t limit) const {
+  return readFileText(folder->number(), name, limit).text;
+}
+
 std::optional<std::string> ProcessReading::descriptorLink(std::int32_t descriptor) const {
   return readLinkText(folder->number(), "fd/" + std::to_string(descriptor));
 }

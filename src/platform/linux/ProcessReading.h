@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -66,6 +67,9 @@ class ProcessReading {
 
   /// Its arguments with a zero byte after each; empty for a zombie and when they are refused.
   std::string commandLine() const;
+
+  /// The first `limit` bytes of another file of its folder; empty when it is refused.
+  std::string fileText(const std::string& name, std::size_t limit) const;
 
   /// The link of one of its descriptors; absent when it is closed or refused.
   std::optional<std::string> descriptorLink(std::int32_t descriptor) const;

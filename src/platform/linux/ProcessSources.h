@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -9,6 +10,8 @@
 #include "platform/linux/ListeningSockets.h"
 
 namespace korvantis {
+
+class LinuxApplications;
 
 /// Where the figures of processes come from. Everything that is a file lies under `root`, so that
 /// the recorded `/proc` of another machine can be read in place of the real one; the rest can be
@@ -33,6 +36,8 @@ struct ProcessSources {
   std::function<int(std::int32_t pid)> pidfdOpen;
   std::function<int(int descriptor, int signal)> pidfdSendSignal;
   std::function<int(std::int32_t pid, int signal)> kill;
+  /// Tells which processes are parts of desktop applications.
+  std::shared_ptr<LinuxApplications> applications;
 };
 
 /// The running system's.

@@ -22,7 +22,13 @@ ProcessIdentity ResponsibleProcess::find(std::int32_t pid, const ProcessIdentity
   const auto process = lookUp(pid);
   if (!process) return {};
   if (isMainProgram(process->executablePath)) return {pid, process->startTicks};
-  if (const auto found = nearestApplication(process->parent, process->startTicks)) return *found;
+  const auto nearest = nearestApplication(process->parent, process->startTicks);
+  if (const auto named = aliveApplication(process->groupApplication)) {
+    const auto owner = nearest ? lookUp(nearest->pid) : std::nullopt;
+    const bool isNearer = owner && owner->controlGroup == process->controlGroup;
+    return isNearer ? *nearest : *named;
+  }
+  if (nearest) return *nearest;
   if (process->session != pid) {
     const auto found = nearestApplication(process->session, process->startTicks);
     if (found) return *found;

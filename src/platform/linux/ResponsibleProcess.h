@@ -15,14 +15,20 @@ struct ProcessAncestry {
   std::int32_t parent = 0;
   std::int32_t session = 0;
   std::string executablePath;
+  /// The control group that it runs in; empty when that says nothing.
+  std::string controlGroup{};
+  /// The process of the application that this group is named after; pid 0 for none.
+  ProcessIdentity groupApplication{};
 
   bool operator==(const ProcessAncestry&) const = default;
 };
 
 /// Finds the application that a process works for: the main process of an application answers for
-/// itself; any other process is answered for by the nearest ancestor that belongs to an
-/// application, else by the leader of its session or the nearest such ancestor of that, else by
-/// whoever answered for it before, as long as that one lives.
+/// itself; any other process is answered for by the application that its control group is named
+/// after, unless an ancestor in that same group belongs to another one, which is nearer; else by
+/// the nearest ancestor that belongs to an application, else by the leader of its session or the
+/// nearest such ancestor of that, else by whoever answered for it before, as long as that one
+/// lives.
 class ResponsibleProcess {
  public:
   /// Gives what is known of a pid; absent when there is no such process.

@@ -8,7 +8,7 @@
 #include <sys/random.h>
 #include <sys/types.h>
 #include <unistd.h>
-#include <vector>
+#include <utility>
 
 #include "platform/PlatformCalls.h"
 #include "platform/SMCCalls.h"
@@ -16,6 +16,11 @@
 #include "platform/linux/MachineCalls.h"
 #include "platform/linux/MemoryInformation.h"
 #include "platform/linux/PropertyListFile.h"
+#include "platform/linux/applications/ApplicationSources.h"
+#include "platform/linux/applications/LinuxApplications.h"
+#include "platform/linux/applications/LinuxRunningApplications.h"
+#include "platform/linux/applications/SessionBus.h"
+#include "platform/linux/applications/WindowClosing.h"
 #include "platform/linux/hardware/HardwareCalls.h"
 
 namespace korvantis {
@@ -59,16 +64,29 @@ LibProcCalls libProcCalls(const std::shared_ptr<LinuxProcesses>& processes) {
   return calls;
 }
 
-/// No program can be asked to quit here: whoever asks goes on to a signal.
-RunningApplicationCalls noRunningApplications() {
-  RunningApplicationCalls calls;
-  calls.runningApplicationsWithBundleIdentifier = [](const std::string&) {
-    return std::vector<RunningApplication>();
+QuitWays quitWays(const std::shared_ptr<LinuxProcesses>& processes) {
+  QuitWays ways;
+  ways.overBus = quitOverSessionBus;
+  ways.byWindows = closeWindowsOf;
+  ways.signal = [processes](std::int32_t pid, int signal) { return processes->kill(pid, signal); };
+  ways.isThere = [](const ProcessIdentity& process) {
+    const auto reading = ProcessReading::open("", process.pid);
+    return reading && reading->identity() == process;
   };
-  calls.runningApplicationWithProcessIdentifier = [](std::int32_t) {
-    return std::optional<RunningApplication>();
+  return ways;
+}
+
+/// Bundles that stand for desktop applications lie beside those on disk.
+void addPresentedFiles(PlatformCalls& calls,
+                       const std::shared_ptr<LinuxApplications>& applications) {
+  calls.files.fileExistsAtPath = [applications,
+                                  onDisk = calls.files.fileExistsAtPath](const std::string& path) {
+    return onDisk(path) || applications->presents(path);
   };
-  return calls;
+  calls.propertyLists.dictionaryWithContentsOfFile = [applications](const std::string& path) {
+    auto list = applications->propertyList(path);
+    return list ? list : readPropertyListFile(path);
+  };
 }
 
 }  // namespace
@@ -95,7 +113,10 @@ SMCCalls systemSMCCalls() {
 }
 
 PlatformCalls systemPlatformCalls() {
-  const auto processes = std::make_shared<LinuxProcesses>(systemProcessSources());
+  const auto applications = std::make_shared<LinuxApplications>(systemApplicationSources());
+  ProcessSources processSources = systemProcessSources();
+  processSources.applications = applications;
+  const auto processes = std::make_shared<LinuxProcesses>(std::move(processSources));
   PlatformCalls calls;
   calls.clock = systemClock();
   calls.random = systemRandomCalls();
@@ -117,8 +138,8 @@ PlatformCalls systemPlatformCalls() {
   calls.files = systemFileManagerCalls();
   calls.sockets = systemSocketCalls();
   calls.workQueues = systemWorkQueueCalls();
-  calls.propertyLists.dictionaryWithContentsOfFile = readPropertyListFile;
-  calls.runningApplications = noRunningApplications();
+  addPresentedFiles(calls, applications);
+  calls.runningApplications = linuxRunningApplications(applications, quitWays(processes));
   addMachineCalls(calls, systemMachineSources());
   addHardwareCalls(calls, systemHardwareSources(), systemHardware());
   return calls;

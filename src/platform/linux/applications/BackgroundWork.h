@@ -1,0 +1,29 @@
+#pragma once
+
+#include <functional>
+#include <mutex>
+#include <thread>
+
+namespace korvantis {
+
+/// Does one piece of work at a time on a thread of its own, or at once. Whatever the work touches
+/// must be declared before this, so that it is still there when the work is waited for at the end.
+/// Any thread.
+class BackgroundWork {
+ public:
+  explicit BackgroundWork(bool usesThread) : onThread(usesThread) {}
+  BackgroundWork(const BackgroundWork&) = delete;
+  BackgroundWork& operator=(const BackgroundWork&) = delete;
+  ~BackgroundWork();
+
+  /// Begins `work`, unless some is still under way.
+  void start(std::function<void()> work);
+
+ private:
+  const bool onThread;
+  std::mutex lock;
+  bool isBusy = false;
+  std::thread worker;
+};
+
+}  // namespace korvantis
