@@ -17,7 +17,7 @@ if(KORVANTIS_WERROR)
 endif()
 
 set(KORVANTIS_SANITIZE "" CACHE STRING "Sanitizers to build with, such as address,undefined")
-option(KORVANTIS_PCH "Precompile the headers that most files include (quicker builds)" OFF)
+option(KORVANTIS_PCH "Precompile the headers that most files include (quicker builds)" ON)
 set(KORVANTIS_COVERAGE OFF CACHE BOOL "Instrument for coverage")
 if(KORVANTIS_SANITIZE)
   add_compile_options(-fsanitize=${KORVANTIS_SANITIZE} -fno-sanitize-recover=all
@@ -39,8 +39,8 @@ function(korvantis_folder target folder)
   target_include_directories(${target} PUBLIC ${root})
 endfunction()
 
-# Precompiles what most files of a target include anyway. Only builds of their own use it, since
-# the linter can't read GCC's precompiled headers.
+# Precompiles what most files of a target include anyway. The linter has a configuration without,
+# since it can't read GCC's precompiled headers.
 function(korvantis_precompile target)
   if(NOT KORVANTIS_PCH)
     return()

@@ -40,7 +40,6 @@ PlatformCalls platformWithoutProcesses() {
   platform.posix.kill = [](std::int32_t, int) { return -1; };
   platform.files.fileExistsAtPath = [](const std::string&) { return false; };
   // No test puts a socket where the user's own program has its.
-  platform.files.createDirectory = [](const std::string&) { return false; };
   platform.sockets.unlink = [](const char*) { return -1; };
   platform.sockets.socket = [](int, int, int) { return -1; };
   return platform;
