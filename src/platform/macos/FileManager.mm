@@ -45,8 +45,8 @@ std::optional<std::uint64_t> sizeOfItem(const std::string& path) {
                                                                                error:nil];
     NSString* const type = facts[NSFileType];
     NSNumber* const size = facts[NSFileSize];
-    const bool hasSize = [type isEqualToString:NSFileTypeRegular] ||
-                         [type isEqualToString:NSFileTypeSymbolicLink];
+    const bool hasSize =
+        [type isEqualToString:NSFileTypeRegular] || [type isEqualToString:NSFileTypeSymbolicLink];
     if (!hasSize || size == nil) return std::nullopt;
     return size.unsignedLongLongValue;
   }
@@ -56,7 +56,9 @@ bool createFolder(const std::string& path) {
   @autoreleasepool {
     return [NSFileManager.defaultManager createDirectoryAtPath:textOf(path)
                                    withIntermediateDirectories:YES
-                                                    attributes:@{NSFilePosixPermissions : @0700}
+                                                    attributes:@{
+                                                      NSFilePosixPermissions : @0700
+                                                    }
                                                          error:nil] == YES;
   }
 }
@@ -82,9 +84,7 @@ FileManagerCalls systemFileManagerCalls() {
   };
   calls.enumeratorAtPath = enumerator;
   calls.fileSize = sizeOfItem;
-  calls.applicationSupportDirectories = [] {
-    return directories(NSApplicationSupportDirectory);
-  };
+  calls.applicationSupportDirectories = [] { return directories(NSApplicationSupportDirectory); };
   calls.downloadsDirectories = [] { return directories(NSDownloadsDirectory); };
   calls.temporaryDirectory = [] { return bytesOf(NSTemporaryDirectory()); };
   calls.createDirectory = createFolder;

@@ -1,9 +1,8 @@
-#include "platform/StatusItemCalls.h"
-
 #import <AppKit/AppKit.h>
-
 #include <memory>
 #include <utility>
+
+#include "platform/StatusItemCalls.h"
 
 /// Receives the clicks: actions go to Objective-C objects only.
 @interface KorvantisStatusItemTarget : NSObject
@@ -52,8 +51,7 @@ void addItem(ShownItem& shown, StatusItemDescription description) {
   button.image = image;
   button.imagePosition = NSImageLeading;
   button.font = [NSFont monospacedDigitSystemFontOfSize:11.5 weight:NSFontWeightSemibold];
-  shown.target =
-      [[KorvantisStatusItemTarget alloc] initWithAction:std::move(description.action)];
+  shown.target = [[KorvantisStatusItemTarget alloc] initWithAction:std::move(description.action)];
   button.target = shown.target;
   button.action = @selector(clicked:);
 }

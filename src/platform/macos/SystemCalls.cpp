@@ -65,9 +65,9 @@ RandomCalls systemRandomCalls() {
 }
 
 ProcessInfoCalls systemProcessInfoCalls() {
-  return ProcessInfoCalls{
-      physicalMemory, [] { return std::max<std::int64_t>(::sysconf(_SC_NPROCESSORS_ONLN), 1); },
-      processInfoThermalState};
+  return ProcessInfoCalls{physicalMemory,
+                          [] { return std::max<std::int64_t>(::sysconf(_SC_NPROCESSORS_ONLN), 1); },
+                          processInfoThermalState};
 }
 
 PlatformCalls systemPlatformCalls() {

@@ -85,8 +85,7 @@ std::optional<std::map<std::int32_t, std::vector<PropertyMap>>> assertionsByProc
     for (NSNumber* pid in byProcess) {
       for (id assertion in byProcess[pid]) {
         if (![assertion isKindOfClass:NSDictionary.class]) continue;
-        assertions[pid.intValue].push_back(
-            propertyMapOf((__bridge CFDictionaryRef)assertion));
+        assertions[pid.intValue].push_back(propertyMapOf((__bridge CFDictionaryRef)assertion));
       }
     }
     return assertions;

@@ -79,8 +79,7 @@ class LinuxApplications {
   std::shared_ptr<const DesktopEntryIndex> currentIndex();
   ProcessSurroundings surroundings(std::shared_ptr<const DesktopEntryIndex> index) const;
   std::vector<ProcessIdentity> markSeen(const std::vector<ProcessIdentity>& listed);
-  std::string look(ProcessReading& reading,
-                   const std::shared_ptr<const DesktopEntryIndex>& index);
+  std::string look(ProcessReading& reading, const std::shared_ptr<const DesktopEntryIndex>& index);
   bool isYoung(const ProcessIdentity& process) const;
   EntryPointer bundleAt(const std::string& path) const;
   template <typename Answer>
