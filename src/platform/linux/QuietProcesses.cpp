@@ -53,11 +53,13 @@ std::string QuietProcesses::commandLine(const ProcessReading& reading) const {
     return kept->arguments->bytes;
   }
   std::string bytes = reading.commandLine();
-  if (bytes.size() > mostBytesKept) return bytes;
-  auto arguments =
-      std::make_shared<const StandingArguments>(StandingArguments{*reading.cpuNanoseconds, bytes});
-  remembered.update(reading.identity(),
-                    [&](RememberedProcess& process) { process.arguments = std::move(arguments); });
+  if (bytes.size() <= mostBytesKept) {
+    auto arguments = std::make_shared<const StandingArguments>(
+        StandingArguments{*reading.cpuNanoseconds, bytes});
+    remembered.update(reading.identity(), [&](RememberedProcess& process) {
+      process.arguments = std::move(arguments);
+    });
+  }
   return bytes;
 }
 
