@@ -9,6 +9,7 @@
 
 #include "engine/OstrelEngine.h"
 #include "platform/qt/QtAppearance.h"
+#include "platform/qt/QtHTTP.h"
 #include "platform/qt/QtMainRunLoop.h"
 #include "platform/qt/QtUserDefaults.h"
 #include "state/MonitorEngineCalls.h"
@@ -36,6 +37,11 @@ MonitorStoreCalls monitorStoreCalls() {
   calls.userDefaults = qtUserDefaultsCalls();
   calls.appearance = qtAppearanceCalls();
   calls.applicationAppearance = applicationAppearanceCalls();
+  calls.audio = systemAudioObjectCalls();
+  calls.background = systemBackgroundCalls();
+  calls.tasks = systemTaskCalls();
+  calls.http = qtHTTPCalls();
+  calls.workspace = systemWorkspaceCalls();
   return calls;
 }
 
