@@ -37,4 +37,9 @@ struct HTTPCalls {
   };
 };
 
+/// Requests over HTTP and HTTPS, through the proxies that the environment names. Each request is on
+/// its own and sent once: no cookies, no cache, no connection is kept. A certificate that the
+/// system does not trust is an error.
+HTTPCalls systemHTTPCalls();
+
 }  // namespace korvantis

@@ -9,7 +9,6 @@
 
 #include "engine/OstrelEngine.h"
 #include "platform/qt/QtAppearance.h"
-#include "platform/qt/QtHTTP.h"
 #include "platform/qt/QtMainRunLoop.h"
 #include "platform/qt/QtUserDefaults.h"
 #include "state/MonitorEngineCalls.h"
@@ -40,7 +39,7 @@ MonitorStoreCalls monitorStoreCalls() {
   calls.audio = systemAudioObjectCalls();
   calls.background = systemBackgroundCalls();
   calls.tasks = systemTaskCalls();
-  calls.http = qtHTTPCalls();
+  calls.http = systemHTTPCalls();
   calls.workspace = systemWorkspaceCalls();
   return calls;
 }

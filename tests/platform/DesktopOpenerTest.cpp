@@ -5,6 +5,7 @@
 #include <future>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <memory>
 #include <string>
 
 #include "platform/WorkspaceCalls.h"
@@ -77,14 +78,14 @@ TEST_F(DesktopOpener, WithoutAnOpenerNothingOpens) {
   EXPECT_FALSE(openWithDesktop("whatsapp://send"));
 }
 
-TEST_F(DesktopOpener, TheWorkspaceComesBackAtOnceAndAnswersLater) {
+TEST_F(DesktopOpener, ConcurrentlyTheWorkspaceComesBackAtOnceAndAnswersLater) {
   addOpener("sleep 0.3; exit 0");
-  std::promise<bool> answer;
+  const auto answer = std::make_shared<std::promise<bool>>();
   const auto start = std::chrono::steady_clock::now();
   systemWorkspaceCalls().openURL("https://example.org/",
-                                 [&](bool isOpened) { answer.set_value(isOpened); });
+                                 [answer](bool isOpened) { answer->set_value(isOpened); });
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(250));
-  EXPECT_TRUE(answer.get_future().get());
+  EXPECT_TRUE(answer->get_future().get());
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include <unistd.h>
 #include <vector>
 
+#include "platform/PipeWireServer.h"
 #include "platform/PulseServer.h"
 #include "platform/linux/audio/AudioObjects.h"
 #include "platform/linux/audio/PulseDevices.h"
@@ -197,6 +198,27 @@ TEST_F(PulseDevicesTest, TheAudioObjectsHaveDarwinsShape) {
   EXPECT_EQ(id, second.id);
 }
 
+TEST(PipeWireDevices, AreListedAndTheDefaultReallyChanges) {
+  if (!test::PipeWireServer::isInstalled()) GTEST_SKIP() << "no PipeWire on this machine";
+  const test::PipeWireServer server;
+  PulseDevices devices(server.address());
+  AudioDevices seen;
+  for (int tries = 0; tries < 300 && (seen.devices.size() < 3 || seen.defaultID(false) == 0);
+       ++tries) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    seen = devices.refreshed().value_or(AudioDevices{});
+  }
+  if (seen.devices.empty()) GTEST_SKIP() << "PipeWire does not start on this machine";
+  ASSERT_EQ(seen.devices.size(), 3U) << "two sinks, a source, no monitors";
+  EXPECT_EQ(named(seen, "mic").channels, 1U);
+  EXPECT_TRUE(named(seen, "mic").isInput);
+
+  for (const char* name : {"second", "first", "second"}) {
+    EXPECT_TRUE(devices.setDefault(named(seen, name).id)) << name;
+    EXPECT_EQ(devices.refreshed()->defaultID(false), named(seen, name).id) << name;
+  }
+}
+
 TEST(AudioObjectsWithoutAServer, EverythingFails) {
   const AudioObjectCalls calls =
       pulseAudioObjectCalls(std::make_shared<PulseDevices>("unix:/nonexistent/native"));
@@ -210,6 +232,19 @@ TEST(AudioObjectsWithoutAServer, EverythingFails) {
   const AudioObjectPropertyAddress output{kAudioHardwarePropertyDefaultOutputDevice,
                                           kAudioObjectPropertyScopeGlobal, 0};
   EXPECT_NE(calls.AudioObjectSetPropertyData(kAudioObjectSystemObject, output, 4, &id), 0);
+}
+
+TEST(AudioObjectsWithoutAServer, ConcurrentQuestionsDoNoHarm) {
+  PulseDevices devices("unix:/nonexistent/native");
+  const auto ask = [&devices] {
+    for (int round = 0; round < 20; ++round) {
+      EXPECT_EQ(devices.refreshed(), std::nullopt);
+      EXPECT_FALSE(devices.setDefault(16));
+    }
+  };
+  std::thread other(ask);
+  ask();
+  other.join();
 }
 
 TEST(AudioObjectsWithoutAServer, AServerThatTakesCallsAndNeverSpeaksHoldsNobodyUp) {

@@ -73,7 +73,8 @@ TEST(Tasks, AProgramThatIsNotThereOrMayNotBeRunGivesTheSystemsWords) {
 }
 
 TEST(Tasks, TerminateAsksItToEnd) {
-  const TaskLaunch launch = shell("trap 'exit 7' TERM; echo ready >&2; exec 2>&-; sleep 60 & wait");
+  const TaskLaunch launch =
+      shell("trap 'kill $!; exit 7' TERM; echo ready >&2; exec 2>&-; sleep 60 & wait");
   ASSERT_TRUE(launch.task);
   EXPECT_EQ(launch.task->readStandardErrorToEndOfFile().substr(0, 5), "ready");
   EXPECT_TRUE(launch.task->isRunning());

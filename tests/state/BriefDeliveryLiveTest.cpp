@@ -1,6 +1,7 @@
 #include <QByteArray>
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -13,7 +14,6 @@
 #include <thread>
 #include <unistd.h>
 
-#include "platform/qt/QtHTTP.h"
 #include "state/BriefServices.h"
 #include "state/BriefText.h"
 #include "state/RemoteAlertStore.h"
@@ -51,7 +51,7 @@ BriefDeliveryCalls networkCalls(const std::string& server, double limitSeconds =
     const std::string service = "https://" + std::string(briefServices::callMeBotHost);
     if (request.url.starts_with(service)) request.url.replace(0, service.size(), server);
     request.timeoutSeconds = std::min(request.timeoutSeconds, limitSeconds);
-    return qtHTTPCalls().dataForRequest(request);
+    return systemHTTPCalls().dataForRequest(request);
   };
   return calls;
 }
@@ -290,6 +290,19 @@ TEST(BriefDeliveryLive, TheKeyIsInNoProcessListWhileADeliveryRuns) {
   EXPECT_THAT(allCommandLines(), Not(HasSubstr(secret)));
   delivery.join();
   EXPECT_THAT(server.requests().at(0), HasSubstr(secret));
+}
+
+/// Begins a delivery that hangs and then ends the program.
+[[noreturn]] void exitDuringADelivery() {
+  static HTTPServer server = HTTPServer::hanging();
+  systemBackgroundCalls().detached([] { toWebhook(server.address(), 60); });
+  while (server.requests().empty()) std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  std::exit(0);
+}
+
+TEST(BriefDeliveryLiveDeathTest, AProgramThatEndsDuringADeliveryEndsWell) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_EXIT(exitDuringADelivery(), ::testing::ExitedWithCode(0), "");
 }
 
 /// The real start of programs, with `script` in the place of osascript and time that passes
