@@ -65,6 +65,13 @@ QString writtenBeside(const QString& path, const QByteArray& bytes) {
   return copy.fileName();
 }
 
+/// Whether a file has that value already: writing waits for the disk, and every start writes back
+/// what it has read.
+bool holds(const QString& path, const QString& key, const QVariant& value) {
+  const QVariant stored = QSettings(path, QSettings::IniFormat).value(key);
+  return stored.typeId() == QMetaType::QString && stored.toString() == value.toString();
+}
+
 /// Changes one key of an INI file that nobody else knows of.
 bool changeKey(const QString& path, const QString& key, const QVariant& value) {
   QSettings settings(path, QSettings::IniFormat);
@@ -96,17 +103,15 @@ bool SettingsFile::write(const QString& key, const QVariant& value) const {
   const QString folder = QFileInfo(target).absolutePath();
   if (!QDir().mkpath(folder)) return false;
   const FolderLock lock(folder);
+  if (holds(target, key, value)) return true;
   const auto before = contentsOf(target);
   if (!before || (QFileInfo::exists(target) && !QFileInfo(target).isWritable())) return false;
   const QString copy = writtenBeside(target, *before);
   if (copy.isEmpty()) return false;
-  const bool isChanged = changeKey(copy, key, value);
-  const auto after = contentsOf(copy);
-  const bool isSame = isChanged && after && *after == *before && QFileInfo::exists(target);
-  const bool isWritten = isChanged && after && !after->isEmpty() &&
-                         (isSame || std::rename(QFile::encodeName(copy).constData(),
-                                                QFile::encodeName(target).constData()) == 0);
-  if (!isWritten || isSame) QFile::remove(copy);
+  const bool isWritten =
+      changeKey(copy, key, value) &&
+      std::rename(QFile::encodeName(copy).constData(), QFile::encodeName(target).constData()) == 0;
+  if (!isWritten) QFile::remove(copy);
   return isWritten;
 }
 
