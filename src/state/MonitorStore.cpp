@@ -23,6 +23,11 @@ LookStoreCalls lookStoreCalls(const MonitorStoreCalls& calls) {
   return {calls.userDefaults, calls.appearance, calls.applicationAppearance, calls.mainRunLoop};
 }
 
+BriefDeliveryCalls briefDeliveryCalls(const MonitorStoreCalls& calls) {
+  return {calls.clock, calls.mainRunLoop, calls.background,
+          calls.tasks, calls.http,        calls.workspace};
+}
+
 /// `ring` with `value` at its end and no more than `maxCount` values, the oldest ones dropped.
 QList<double> appendHistory(QList<double> ring, double value, qsizetype maxCount) {
   ring.append(value);
@@ -46,7 +51,9 @@ MonitorStore::MonitorStore(MonitorStoreCalls calls, QObject* parent)
     : QObject(parent),
       calls_(std::move(calls)),
       look_(lookStoreCalls(calls_)),
-      alerts_(calls_.clock) {
+      alerts_(calls_.clock),
+      audioMixer_(calls_.audio),
+      remoteAlerts_(calls_.userDefaults, briefDeliveryCalls(calls_)) {
   hardwareInfo_ = calls_.engine.readHardwareInfo();
   calls_.engine.startBridgeListener(BridgeCommands(calls_.engine.sampleTick));
   refreshTick();

@@ -38,6 +38,11 @@ MonitorStoreCalls monitorStoreCalls() {
   calls.appearance = qtAppearanceCalls();
   calls.applicationAppearance = applicationAppearanceCalls();
   calls.processStart = systemProcessStart;
+  calls.audio = systemAudioObjectCalls();
+  calls.background = systemBackgroundCalls();
+  calls.tasks = systemTaskCalls();
+  calls.http = systemHTTPCalls();
+  calls.workspace = systemWorkspaceCalls();
   return calls;
 }
 

@@ -27,13 +27,13 @@ class QtAppearance : public ::testing::Test {
 
 TEST_F(QtAppearance, IsDarkWhenAWindowIsDarkerThanItsText) {
   setColors(QColor(40, 40, 40), QColor(250, 250, 250));
-  EXPECT_TRUE(qtAppearanceCalls().detectSystemDarkMode());
+  EXPECT_TRUE(qtPaletteAppearanceCalls().detectSystemDarkMode());
 
   setColors(QColor(240, 240, 240), QColor(20, 20, 20));
-  EXPECT_FALSE(qtAppearanceCalls().detectSystemDarkMode());
+  EXPECT_FALSE(qtPaletteAppearanceCalls().detectSystemDarkMode());
 
   setColors(QColor(128, 128, 128), QColor(128, 128, 128));
-  EXPECT_FALSE(qtAppearanceCalls().detectSystemDarkMode());
+  EXPECT_FALSE(qtPaletteAppearanceCalls().detectSystemDarkMode());
 }
 
 TEST_F(QtAppearance, AChangeOfColoursIsTold) {
@@ -41,9 +41,9 @@ TEST_F(QtAppearance, AChangeOfColoursIsTold) {
   // The listener lives as long as the application, so it must not hold a local.
   static int told = 0;
   static bool lastLook = false;
-  observeQtSystemTheme([] {
+  observeQtPalette([] {
     ++told;
-    lastLook = qtAppearanceCalls().detectSystemDarkMode();
+    lastLook = qtPaletteAppearanceCalls().detectSystemDarkMode();
   });
   EXPECT_EQ(told, 0);
   setColors(QColor(40, 40, 40), QColor(250, 250, 250));

@@ -92,6 +92,18 @@ MonitorStoreCalls ScriptedMonitor::calls() {
       return entry->second;
     };
   }
+  calls.userDefaults.boolForKey = [this](const std::string& key) {
+    log.push_back("boolForKey " + key);
+    const auto entry = userDefaults.find(key);
+    return entry != userDefaults.end() && entry->second == "true";
+  };
+  calls.userDefaults.setBool = [this](const std::string& key, bool value) {
+    userDefaults[key] = value ? "true" : "false";
+  };
+  calls.audio.AudioObjectGetPropertyDataSize = [this](auto, const auto&, auto) {
+    log.emplace_back("AudioObjectGetPropertyDataSize");
+    return -1;
+  };
   calls.appearance.detectSystemDarkMode = [this] { return systemIsDark; };
   calls.activateFileViewerSelectingURLs = [this](const auto& paths) { revealed.push_back(paths); };
   return calls;

@@ -14,7 +14,8 @@ UserDefaultsCalls qtUserDefaultsCalls();
 
 /// The same in the file at `path`. A file that can't be read counts as empty; of a damaged one,
 /// every line that still makes sense counts. A value that can't be written is kept until the
-/// program ends, and other keys are left as they are.
+/// program ends, and other keys are left as they are, also those that another copy of the program
+/// writes at the same time.
 UserDefaultsCalls qtUserDefaultsCalls(const std::string& path);
 
 }  // namespace korvantis
