@@ -18,6 +18,7 @@ endif()
 
 set(KORVANTIS_SANITIZE "" CACHE STRING "Sanitizers to build with, such as address,undefined")
 option(KORVANTIS_PCH "Precompile the headers that most files include (quicker builds)" ON)
+option(KORVANTIS_CONCURRENT_TESTS_ONLY "Build only the test programs that have tests of several threads" OFF)
 set(KORVANTIS_COVERAGE OFF CACHE BOOL "Instrument for coverage")
 if(KORVANTIS_SANITIZE)
   add_compile_options(-fsanitize=${KORVANTIS_SANITIZE} -fno-sanitize-recover=all
@@ -68,11 +69,32 @@ function(korvantis_library name)
   endif()
 endfunction()
 
+# Whether one of these test sources holds a test of several threads; such a test says so in its
+# name.
+function(korvantis_has_concurrent_test result)
+  set(${result} OFF PARENT_SCOPE)
+  foreach(source IN LISTS ARGN)
+    get_filename_component(path ${source} ABSOLUTE)
+    file(STRINGS ${path} found REGEX "TEST.*Concurren" LIMIT_COUNT 1)
+    if(found)
+      set(${result} ON PARENT_SCOPE)
+      return()
+    endif()
+  endforeach()
+endfunction()
+
 # korvantis_test(<name> SOURCES ... LINKS ...): a GoogleTest program; each of its tests is a test
 # of CTest. LABEL "concurrent" marks the ones that the thread sanitizer runs.
 function(korvantis_test name)
   cmake_parse_arguments(arg "" "" "SOURCES;LINKS" ${ARGN})
   add_executable(${name} ${arg_SOURCES})
+  if(KORVANTIS_CONCURRENT_TESTS_ONLY)
+    korvantis_has_concurrent_test(is_wanted ${arg_SOURCES})
+    if(NOT is_wanted)
+      set_target_properties(${name} PROPERTIES EXCLUDE_FROM_ALL ON)
+      return()
+    endif()
+  endif()
   target_compile_options(${name} PRIVATE ${KORVANTIS_WARNINGS})
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   target_link_libraries(${name} PRIVATE ${arg_LINKS} GTest::gmock_main)

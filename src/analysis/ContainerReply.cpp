@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <nlohmann/json.hpp>
 
+#include "core/JsonText.h"
 #include "core/JsonValue.h"
 #include "core/Utf8.h"
 #include "core/Uuid.h"
@@ -132,7 +133,7 @@ std::optional<std::vector<ContainerSample>> containersFromReply(std::string_view
   const std::size_t header = reply.find(headerEnd);
   if (header == std::string_view::npos) return std::nullopt;
   const std::string_view body = trimmed(reply.substr(header + headerEnd.size()));
-  const Json parsed = Json::parse(body, nullptr, false);
+  const Json parsed = parsedJson(body);
   const Json* const containers = listOfObjects(parsed);
   if (containers == nullptr) return std::nullopt;
   std::vector<ContainerSample> samples;

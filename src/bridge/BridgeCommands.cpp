@@ -67,7 +67,7 @@ std::int64_t limitOf(const nlohmann::json& arguments) {
 }
 
 Json topApps(const EngineSnapshot& snapshot, const nlohmann::json& arguments) {
-  const auto count = std::min(limitOf(arguments), std::ssize(snapshot.appGroups));
+  const auto count = std::min<std::int64_t>(limitOf(arguments), std::ssize(snapshot.appGroups));
   if (count < 0) std::abort();
   const std::span shown(snapshot.appGroups.data(), static_cast<std::size_t>(count));
   return listUnder("apps", shown, [](const AppGroup& group) {

@@ -51,9 +51,13 @@ void BridgeListener::start() {
   if (sockets.listen(listening.number(), backlog) != 0) return;
   server = listening.release();
   running = true;
-  workQueues.asyncUtility([weakly = weak_from_this()] {
+  const bool isServed = workQueues.asyncUtility([weakly = weak_from_this()] {
     if (const auto listener = weakly.lock()) listener->acceptClients();
   });
+  if (isServed) return;
+  // Without a thread, clients would be let in and wait for ever.
+  running = false;
+  sockets.close(std::exchange(server, -1));
 }
 
 void BridgeListener::acceptClients() const {

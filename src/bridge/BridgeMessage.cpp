@@ -5,7 +5,7 @@
 namespace korvantis {
 
 std::optional<nlohmann::json> objectFromMessage(std::string_view text) {
-  std::optional<nlohmann::json> message = nlohmann::json::parse(text, nullptr, false);
+  std::optional<nlohmann::json> message = parsedJson(text);
   if (!message->is_object()) return std::nullopt;
   return message;
 }

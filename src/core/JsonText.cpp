@@ -135,4 +135,11 @@ std::optional<std::string> jsonText(const nlohmann::ordered_json& value) {
   return writer.takeText();
 }
 
+nlohmann::json parsedJson(std::string_view text) {
+  if (text.find('\0') != std::string_view::npos) {
+    return nlohmann::json(nlohmann::json::value_t::discarded);
+  }
+  return nlohmann::json::parse(text, nullptr, false);
+}
+
 }  // namespace korvantis

@@ -22,7 +22,7 @@ std::optional<std::string> encodeJson(const Record& record) {
 template <typename Record>
 std::optional<Record> decodeJson(std::string_view text) {
   // Not the ordered kind: its look-ups walk all keys, so a hostile object would take for ever.
-  const auto json = nlohmann::json::parse(text, nullptr, false);
+  const auto json = parsedJson(text);
   return fromJson<Record>(json);
 }
 

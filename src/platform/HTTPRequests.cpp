@@ -96,6 +96,8 @@ HTTPAnswer dataForRequest(const HTTPRequest& request) {
   set(handle, CURLOPT_HTTPHEADER, headers.get());
   set(handle, CURLOPT_TIMEOUT_MS, milliseconds(request.timeoutSeconds));
   set(handle, CURLOPT_NOSIGNAL, 1L);
+  // A name server that does not answer must not hold the thread beyond the time limit.
+  set(handle, CURLOPT_QUICK_EXIT, 1L);
   set(handle, CURLOPT_FOLLOWLOCATION, 0L);
   set(handle, CURLOPT_WRITEFUNCTION, &discard);
   setBody(handle, request);

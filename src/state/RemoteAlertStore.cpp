@@ -182,6 +182,14 @@ void RemoteAlertStore::setStatus(bool isSending, bool isError, const QString& me
   if (errorChanges) emit lastStatusIsErrorChanged();
 }
 
+void RemoteAlertStore::setLastStatusMessage(const std::optional<QString>& message) {
+  if (storeField(lastStatusMessage_, message)) emit lastStatusMessageChanged();
+}
+
+void RemoteAlertStore::setLastStatusIsError(bool isError) {
+  if (storeField(lastStatusIsError_, isError)) emit lastStatusIsErrorChanged();
+}
+
 QString RemoteAlertStore::whatsAppModeName() const {
   return caseText(whatsAppMode_);
 }

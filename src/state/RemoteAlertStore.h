@@ -95,8 +95,10 @@ class RemoteAlertStore : public QObject {
   bool isSending() const { return isSending_; }
   /// How the last brief fared; absent before the first. QML gets an empty text for absent.
   const std::optional<QString>& lastStatusMessage() const { return lastStatusMessage_; }
+  void setLastStatusMessage(const std::optional<QString>& message);
   /// `lastStatusMessage` tells of a failure.
   bool lastStatusIsError() const { return lastStatusIsError_; }
+  void setLastStatusIsError(bool isError);
   /// When a brief was last delivered on all channels that were tried.
   const std::optional<Instant>& lastSentDate() const { return lastSentDate_; }
 

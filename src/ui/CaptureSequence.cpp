@@ -29,15 +29,22 @@ void setUpAgents(MonitorStore& store, const CaptureCalls&) {
 }
 
 void setUpRemoteAlerts(MonitorStore& store, const CaptureCalls&) {
-  // The switches and the status line of the phone briefs belong into this picture as soon as
-  // the store has them.
   store.setSelectedPane(OstrelPane::insights);
+  RemoteAlertStore& alerts = *store.remoteAlerts();
+  alerts.setIMessageEnabled(true);
+  alerts.setWhatsAppEnabled(true);
+  alerts.setLastStatusIsError(false);
+  alerts.setLastStatusMessage(
+      QStringLiteral("✓ Connected — Ready to dispatch 4-line Mac health briefs via iMessage & "
+                     "WhatsApp"));
 }
 
 void setUpSettings(MonitorStore& store, const CaptureCalls& calls) {
-  // The recipients belong into this picture as soon as the store has them.
+  const QString recipient = QStringLiteral("+1 (555) 019-2834");
   calls.showSettingsComposition(true);
   store.setSelectedSettingsTab(QStringLiteral("Remote Alerts"));
+  store.remoteAlerts()->setIMessageRecipient(recipient);
+  store.remoteAlerts()->setWhatsAppPhone(recipient);
 }
 
 constexpr std::array steps{Step{setUpOverview, 1.2, "/showcase_overview.png"},

@@ -18,6 +18,7 @@
 #include "ui/PopoverPlacement.h"
 #include "ui/ScreenEngine.h"
 #include "ui/StatusItemTitle.h"
+#include "ui/theme/OstrelTheme.h"
 
 namespace korvantis {
 
@@ -54,6 +55,7 @@ void centre(QWindow& window) {
 }
 
 void bringToFront(QQuickWindow& window) {
+  window.setWindowStates(window.windowStates() & ~Qt::WindowMinimized);
   window.raise();
   window.show();
   window.requestActivate();
@@ -77,6 +79,13 @@ OstrelAppDelegate::OstrelAppDelegate()
     : store_(monitorStoreCalls()), statusItem_(systemStatusItemCalls()) {
   prepareScreens(engine_);
   QGuiApplication::setQuitOnLastWindowClosed(false);
+#ifdef Q_OS_MACOS
+  // A click in the Dock makes the program active; its windows may all have been closed.
+  connect(qGuiApp, &QGuiApplication::applicationStateChanged, this,
+          [this](Qt::ApplicationState state) {
+            if (state == Qt::ApplicationActive) applicationShouldHandleReopen(hasVisibleWindows());
+          });
+#endif
   connect(&engine_, &QQmlEngine::quit, qGuiApp, &QCoreApplication::quit, Qt::QueuedConnection);
 }
 
@@ -153,6 +162,7 @@ void OstrelAppDelegate::toggleMenuBarPopover(std::optional<StatusItemPoint> clic
   }
   if (popoverClosed_.isValid() && popoverClosed_.elapsed() < sameClickMilliseconds) return;
   placePopover(*popover_, click);
+  popover_->setColor(OstrelTheme::canvas());
   popover_->show();
   popover_->raise();
   popover_->requestActivate();
@@ -176,9 +186,9 @@ QQuickWindow* OstrelAppDelegate::makeWindow(const QString& file) {
   if (!component.isReady()) qFatal("%s", qPrintable(component.errorString()));
   QObject* const made = component.createWithInitialProperties(
       {{QStringLiteral("store"), QVariant::fromValue(&store_)}});
-  made->setParent(&engine_);
   auto* const window = qobject_cast<QQuickWindow*>(made);
   if (window == nullptr) qFatal("%s holds no window", qPrintable(file));
+  window->QObject::setParent(&engine_);
   return window;
 }
 

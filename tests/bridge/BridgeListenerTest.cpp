@@ -29,6 +29,7 @@ class BridgeListenerTest : public testing::Test {
   std::vector<std::pair<std::string, Json>> requests;
   OrderedJson reply{{"cpuPercent", 1.5}};
   std::function<void()> whileAnswering = [] {};
+  bool hasThreads = true;
   std::shared_ptr<BridgeListener> listener = listenerAt("/tmp/bridge.sock");
 
   std::shared_ptr<BridgeListener> listenerAt(const std::string& path) {
@@ -37,7 +38,8 @@ class BridgeListenerTest : public testing::Test {
     calls.posix.getuid = [] { return ownUser; };
     calls.workQueues.asyncUtility = [this](std::function<void()> work) {
       sockets.log.emplace_back("asyncUtility");
-      queued.push_back(std::move(work));
+      if (hasThreads) queued.push_back(std::move(work));
+      return hasThreads;
     };
     return std::make_shared<BridgeListener>(
         calls, path, [this](const std::string& command, const Json& arguments) {
@@ -285,6 +287,18 @@ TEST_F(BridgeListenerTest, TwoObjectsInOneReadAreNoRequest) {
 
 TEST_F(BridgeListenerTest, ARequestWithBadUTF8IsAnsweredAsStatus) {
   expectAnsweredAsStatus("{\"command\":\"por\xFFts\"}");
+}
+
+TEST_F(BridgeListenerTest, WithoutAThreadToServeThemNoClientsAreLetIn) {
+  hasThreads = false;
+  listener->start();
+  EXPECT_FALSE(listener->isRunning());
+  EXPECT_EQ(listener->serverFD(), -1);
+  EXPECT_EQ(sockets.log.back(), "close 3");
+}
+
+TEST_F(BridgeListenerTest, AWholeRequestWithAZeroByteBehindItIsAnsweredAsStatus) {
+  expectAnsweredAsStatus(std::string("{\"command\":\"ports\"}\0more", 24));
 }
 
 TEST_F(BridgeListenerTest, ZeroBytesAndDeepNestingAreAnsweredAsStatus) {

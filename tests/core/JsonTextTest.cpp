@@ -58,6 +58,15 @@ TEST(JsonText, NumbersAreWrittenAsTheLibraryDoes) {
   for (const double number : numbers) EXPECT_EQ(jsonText(Json(number)), libraryText(number));
 }
 
+TEST(JsonText, AZeroByteIsNoPartOfAnyJsonText) {
+  using namespace std::string_view_literals;
+  EXPECT_EQ(parsedJson("[1]"sv), nlohmann::json::parse("[1]"));
+  EXPECT_TRUE(parsedJson("[1]\0"sv).is_discarded());
+  EXPECT_TRUE(parsedJson("[1]\0rubbish"sv).is_discarded());
+  EXPECT_TRUE(parsedJson("[1,\0 2]"sv).is_discarded());
+  EXPECT_TRUE(parsedJson("[1"sv).is_discarded());
+}
+
 TEST(JsonText, ANumberWithoutAFormAnywhereInsideLeavesNoText) {
   constexpr double infinity = std::numeric_limits<double>::infinity();
   EXPECT_FALSE(jsonText(Json(infinity)));

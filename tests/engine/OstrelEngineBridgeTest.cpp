@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -63,6 +64,42 @@ class OstrelEngineBridgeTick : public ::testing::Test {
     return commands("top", nlohmann::json::object())["apps"][0]["cpuPercent"].get<double>();
   }
 };
+
+TEST_F(OstrelEngineBridgeTick, AMutedAppAt300PercentRaisesAnInsightThroughABridgeRequest) {
+  InsightEngine insights(Clock{[this] { return scripted.now; }}, systemRandomCalls());
+  std::vector<std::ptrdiff_t> told;
+  scripted.collaborators.group = [this](const auto& processes, std::uint64_t memory) {
+    std::vector<AppGroup> groups = grouper.group(processes, memory);
+    for (AppGroup& group : groups) group.kind = AppGroupKind::app;
+    return groups;
+  };
+  scripted.collaborators.evaluateInsights = [&](const auto& system, const auto& groups,
+                                                const auto& servers, const auto& limits,
+                                                const auto& mutes, double hot) {
+    auto evaluation = insights.evaluate(system, groups, servers, limits, mutes, hot);
+    told.push_back(
+        std::ranges::count(evaluation.newInsights, InsightKind::sustainedCPU, &Insight::kind));
+    return evaluation;
+  };
+  tick();
+  pass(2, 3);
+  // The spell begins before the mute, which leaves it as it is.
+  const EngineSnapshot snapshot = scripted.engine().sampleTick({}, {}, 90.0);
+  MutedApp mute;
+  mute.appID = snapshot.appGroups.at(0).id;
+  for (int round = 0; round < 20; ++round) {
+    pass(2, 3);
+    scripted.engine().sampleTick({}, {mute}, 90.0);
+  }
+  EXPECT_EQ(told.back(), 0);
+  pass(2, 3);
+  EXPECT_NEAR(askedCPUPercent(), 300, 0.01);
+  EXPECT_EQ(told.back(), 1);
+  // The request has spent the finding's cooldown for everybody.
+  pass(2, 3);
+  tick();
+  EXPECT_EQ(told.back(), 1);
+}
 
 TEST_F(OstrelEngineBridgeTick, TheFirstRequestAfterAnHourWhileTheTimerRunsGetsNormalFigures) {
   for (int round = 0; round < 1800; ++round) {

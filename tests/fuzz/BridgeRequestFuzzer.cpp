@@ -44,7 +44,10 @@ std::int64_t readRequest(Exchange& exchange, void* buffer, std::size_t size) {
 PlatformCalls callsOf(Exchange& exchange) {
   PlatformCalls calls;
   calls.posix.getuid = [] { return 501U; };
-  calls.workQueues.asyncUtility = [](const std::function<void()>& work) { work(); };
+  calls.workQueues.asyncUtility = [](const std::function<void()>& work) {
+    work();
+    return true;
+  };
   SocketCalls& sockets = calls.sockets;
   sockets.unlink = [](const char*) { return 0; };
   sockets.socket = [](int, int, int) { return server; };

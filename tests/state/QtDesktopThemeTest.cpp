@@ -18,6 +18,7 @@
 #include "state/LookStore.h"
 #include "state/ScriptedRunLoop.h"
 #include "support/ChildProcess.h"
+#include "support/PrivateBus.h"
 #include "support/TemporaryFolder.h"
 
 namespace korvantis {
@@ -37,30 +38,12 @@ bool runUntil(Condition isDone) {
   return true;
 }
 
-/// A message bus of this test's own.
-class PrivateBus {
- public:
-  PrivateBus()
-      : daemon_(test::ChildProcess::program(
-            "/usr/bin/dbus-daemon",
-            {"dbus-daemon", "--session", "--nofork", "--nopidfile", "--address=" + address()})) {
-    while (!QFileInfo::exists(QString::fromStdString(folder_.path("bus"))) && !daemon_.hasEnded())
-      QThread::msleep(5);
-  }
-
-  std::string address() const { return "unix:path=" + folder_.path("bus"); }
-
- private:
-  const test::TemporaryFolder folder_;
-  test::ChildProcess daemon_;
-};
-
 /// A portal that answers as the test says, on a thread of its own.
 class MockPortal : public QDBusVirtualObject {
  public:
   enum class Answer { scheme, wrappedScheme, text, notFound, silence };
 
-  MockPortal(const PrivateBus& bus, Answer answer, unsigned scheme)
+  MockPortal(const test::PrivateBus& bus, Answer answer, unsigned scheme)
       : answer_(answer),
         scheme_(scheme),
         connection_(QDBusConnection::connectToBus(QString::fromStdString(bus.address()),
@@ -120,7 +103,8 @@ class MockPortal : public QDBusVirtualObject {
   QDBusConnection connection_;
 };
 
-DesktopThemeSources sourcesOf(const PrivateBus& bus, const std::string& settingsProgram = "none") {
+DesktopThemeSources sourcesOf(const test::PrivateBus& bus,
+                              const std::string& settingsProgram = "none") {
   DesktopThemeSources sources;
   sources.busAddress = QString::fromStdString(bus.address());
   sources.settingsProgram = QString::fromStdString(settingsProgram);
@@ -142,7 +126,7 @@ std::string settingsProgram(const test::TemporaryFolder& folder, const std::stri
 }
 
 TEST(QtDesktopTheme, ThePortalsAnswerCounts) {
-  const PrivateBus bus;
+  const test::PrivateBus bus;
   for (const auto form : {MockPortal::Answer::scheme, MockPortal::Answer::wrappedScheme}) {
     for (const unsigned scheme : {0U, 1U, 2U}) {
       const MockPortal portal(bus, form, scheme);
@@ -153,7 +137,7 @@ TEST(QtDesktopTheme, ThePortalsAnswerCounts) {
 }
 
 TEST(QtDesktopTheme, ThePortalsSignalIsFollowed) {
-  const PrivateBus bus;
+  const test::PrivateBus bus;
   MockPortal portal(bus, MockPortal::Answer::wrappedScheme, 0);
   QtDesktopTheme theme(sourcesOf(bus));
   int told = 0;
@@ -171,7 +155,7 @@ TEST(QtDesktopTheme, ThePortalsSignalIsFollowed) {
 }
 
 TEST(QtDesktopTheme, AStoreFollowsThePortalWhileRunning) {
-  const PrivateBus bus;
+  const test::PrivateBus bus;
   MockPortal portal(bus, MockPortal::Answer::wrappedScheme, 0);
   QtDesktopTheme theme(sourcesOf(bus));
   test::ScriptedRunLoop runLoop;
@@ -195,7 +179,7 @@ TEST(QtDesktopTheme, AStoreFollowsThePortalWhileRunning) {
 }
 
 TEST(QtDesktopTheme, AnAnswerThatMakesNoSenseLeavesTheSettingsToSay) {
-  const PrivateBus bus;
+  const test::PrivateBus bus;
   const test::TemporaryFolder folder;
   const std::string program =
       settingsProgram(folder, "[ \"$1\" = get ] && echo \"'prefer-dark'\" || exec sleep 60");
@@ -206,7 +190,7 @@ TEST(QtDesktopTheme, AnAnswerThatMakesNoSenseLeavesTheSettingsToSay) {
 }
 
 TEST(QtDesktopTheme, WithoutAPortalTheSettingsCount) {
-  const PrivateBus bus;
+  const test::PrivateBus bus;
   const test::TemporaryFolder folder;
   const std::string program =
       settingsProgram(folder,
@@ -237,7 +221,7 @@ TEST(QtDesktopTheme, TheSettingsAreFollowed) {
 }
 
 TEST(QtDesktopTheme, WhereNobodySaysAnythingTheLookIsLight) {
-  const PrivateBus bus;
+  const test::PrivateBus bus;
   const test::TemporaryFolder folder;
   EXPECT_FALSE(QtDesktopTheme(sourcesOf(bus)).isDark());
   EXPECT_FALSE(QtDesktopTheme(sourcesWithoutBus("none")).isDark());
@@ -250,7 +234,7 @@ TEST(QtDesktopTheme, WhereNobodySaysAnythingTheLookIsLight) {
 }
 
 TEST(QtDesktopTheme, APortalThatIsSilentHoldsNobodyUp) {
-  const PrivateBus bus;
+  const test::PrivateBus bus;
   const MockPortal portal(bus, MockPortal::Answer::silence, 1);
   DesktopThemeSources sources = sourcesOf(bus);
   sources.patienceMilliseconds = 100;

@@ -71,6 +71,20 @@ TEST_F(CaptureSequenceTest, WritesFivePicturesOfTheirScreensInOrder) {
   for (const Picture& picture : pictures) EXPECT_TRUE(picture.isDark);
 }
 
+TEST_F(CaptureSequenceTest, LeavesThePhoneSettingsOfItsPicturesBehind) {
+  start("/pictures");
+  finish();
+  const RemoteAlertStore& alerts = *scripted.store().remoteAlerts();
+  EXPECT_TRUE(alerts.iMessageEnabled());
+  EXPECT_TRUE(alerts.whatsAppEnabled());
+  EXPECT_FALSE(alerts.lastStatusIsError());
+  EXPECT_EQ(alerts.lastStatusMessage(),
+            QStringLiteral("✓ Connected — Ready to dispatch 4-line Mac health briefs via iMessage "
+                           "& WhatsApp"));
+  EXPECT_EQ(alerts.iMessageRecipient(), QStringLiteral("+1 (555) 019-2834"));
+  EXPECT_EQ(alerts.whatsAppPhone(), QStringLiteral("+1 (555) 019-2834"));
+}
+
 TEST_F(CaptureSequenceTest, PausesBeforeEachPicture) {
   start("/pictures");
   finish();

@@ -71,6 +71,7 @@ WorkQueueCalls systemWorkQueueCalls() {
                              static_cast<std::function<void()>*>(given));
                          (*taken)();
                        });
+    return true;
   };
   return calls;
 }

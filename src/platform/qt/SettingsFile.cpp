@@ -51,10 +51,12 @@ std::optional<QByteArray> contentsOf(const QString& path) {
   return file.readAll();
 }
 
-/// Where a file really lies when a link stands at its path.
+/// Where a file really lies when a link, or a chain of them, stands at its path.
 QString targetOf(const QString& path) {
   const QFileInfo facts(path);
-  return facts.isSymLink() ? facts.symLinkTarget() : path;
+  if (!facts.isSymLink()) return path;
+  const QString end = facts.canonicalFilePath();
+  return end.isEmpty() ? facts.symLinkTarget() : end;
 }
 
 /// A new file with those bytes beside the one at `path`; empty when it can't be made.

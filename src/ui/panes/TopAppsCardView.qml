@@ -48,6 +48,7 @@ OstrelCardContainer {
                 padding: 2
                 onPressed: pressedID = row.app.id
                 onClicked: view.overview.quitApp(pressedID !== "" ? pressedID : row.app.id)
+                onCanceled: pressedID = ""
                 onReleased: Qt.callLater(() => pressedID = "")
             }
         }

@@ -109,7 +109,7 @@ DesktopFixture::DesktopFixture() {
 }
 
 void DesktopFixture::load(const std::string& name) {
-  std::ifstream file(std::string(KORVANTIS_FIXTURES) + "/" + name);
+  std::ifstream file(std::filesystem::path(KORVANTIS_FIXTURES) / name);
   if (!file) throw std::runtime_error("no fixture " + name);
   Loader loader(*this);
   for (std::string line; std::getline(file, line);) loader.take(line);

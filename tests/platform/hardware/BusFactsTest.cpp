@@ -8,7 +8,7 @@
 #include <unistd.h>
 
 #include "platform/hardware/HardwareTree.h"
-#include "platform/hardware/PrivateBus.h"
+#include "platform/hardware/MockedBus.h"
 #include "platform/linux/FileDescriptor.h"
 #include "platform/linux/hardware/BusFacts.h"
 
@@ -16,7 +16,7 @@ namespace korvantis {
 namespace {
 
 using test::HardwareTree;
-using test::PrivateBus;
+using test::MockedBus;
 using test::TemporaryFolder;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -34,7 +34,7 @@ struct Message {
 };
 
 /// Holds an inhibitor for as long as the answer lives: the service watches its descriptor.
-void inhibit(const PrivateBus& bus, Message& answer, const char* what, const char* who,
+void inhibit(const MockedBus& bus, Message& answer, const char* what, const char* who,
              const char* why, const char* mode) {
   ASSERT_GE(sd_bus_call_method(bus.connection(), "org.freedesktop.login1",
                                "/org/freedesktop/login1", "org.freedesktop.login1.Manager",
@@ -43,7 +43,7 @@ void inhibit(const PrivateBus& bus, Message& answer, const char* what, const cha
 }
 
 template <typename... Arguments>
-void askBluetoothMock(const PrivateBus& bus, const char* member, const char* types,
+void askBluetoothMock(const MockedBus& bus, const char* member, const char* types,
                       Arguments... arguments) {
   ASSERT_GE(sd_bus_call_method(bus.connection(), "org.bluez", "/org/bluez", "org.bluez.Mock",
                                member, nullptr, nullptr, types, arguments...),
@@ -51,11 +51,11 @@ void askBluetoothMock(const PrivateBus& bus, const char* member, const char* typ
       << member;
 }
 
-void addDevice(const PrivateBus& bus, const char* address, const char* alias) {
+void addDevice(const MockedBus& bus, const char* address, const char* alias) {
   askBluetoothMock(bus, "AddDevice", "sss", "hci0", address, alias);
 }
 
-void addBattery(const PrivateBus& bus, const char* object, std::uint8_t percent) {
+void addBattery(const MockedBus& bus, const char* object, std::uint8_t percent) {
   ASSERT_GE(sd_bus_call_method(bus.connection(), "org.bluez", object, "org.freedesktop.DBus.Mock",
                                "AddProperties", nullptr, nullptr, "sa{sv}", "org.bluez.Battery1", 1,
                                "Percentage", "y", percent),
@@ -94,7 +94,7 @@ double threadSeconds() {
 }
 
 TEST(BusFacts, InhibitorsThatBlockSleepOrIdleAreAssertions) {
-  PrivateBus bus;
+  MockedBus bus;
   bus.startService("logind", "org.freedesktop.login1");
   HardwareTree tree;
   tree.sources.systemBus = bus.address();
@@ -122,7 +122,7 @@ TEST(BusFacts, InhibitorsThatBlockSleepOrIdleAreAssertions) {
 }
 
 TEST(BusFacts, ConnectedBluetoothDevicesWithABatteryAreInputDevices) {
-  PrivateBus bus;
+  MockedBus bus;
   bus.startService("bluez5", "org.bluez");
   askBluetoothMock(bus, "AddAdapter", "ss", "hci0", "box");
   addDevice(bus, "11:22:33:44:55:66", "MX Keys");
@@ -142,7 +142,7 @@ TEST(BusFacts, ConnectedBluetoothDevicesWithABatteryAreInputDevices) {
 }
 
 /// Gives an object of the session manager's stand-in a method that answers with a fixed value.
-void addSessionMethod(const PrivateBus& bus, const char* path, const char* interface,
+void addSessionMethod(const MockedBus& bus, const char* path, const char* interface,
                       const char* name, const char* type, const char* code) {
   ASSERT_GE(sd_bus_call_method(bus.connection(), "org.gnome.SessionManager", path,
                                "org.freedesktop.DBus.Mock", "AddMethod", nullptr, nullptr, "sssss",
@@ -150,7 +150,7 @@ void addSessionMethod(const PrivateBus& bus, const char* path, const char* inter
             0);
 }
 
-void addSessionInhibitor(const PrivateBus& bus, const char* path, const char* application,
+void addSessionInhibitor(const MockedBus& bus, const char* path, const char* application,
                          const char* reason, const char* flags) {
   const char* const interface = "org.gnome.SessionManager.Inhibitor";
   ASSERT_GE(
@@ -164,7 +164,7 @@ void addSessionInhibitor(const PrivateBus& bus, const char* path, const char* ap
 }
 
 TEST(BusFacts, InhibitorsOfTheSessionManagerAreAssertionsOfNobody) {
-  PrivateBus bus;
+  MockedBus bus;
   const char* const manager = "/org/gnome/SessionManager";
   bus.startPlainService("org.gnome.SessionManager", manager);
   addSessionInhibitor(bus, "/org/gnome/SessionManager/Inhibitor1", "ret = 'player'",
@@ -185,7 +185,7 @@ TEST(BusFacts, InhibitorsOfTheSessionManagerAreAssertionsOfNobody) {
 }
 
 TEST(BusFacts, ABusWithoutTheServicesAnswersNothing) {
-  const PrivateBus bus;
+  const MockedBus bus;
   HardwareTree tree;
   tree.sources.systemBus = bus.address();
   tree.sources.sessionBus = bus.address();
@@ -195,7 +195,7 @@ TEST(BusFacts, ABusWithoutTheServicesAnswersNothing) {
 }
 
 TEST(BusFacts, AnswersStandForTenSecondsAfterTheBusHasGone) {
-  PrivateBus bus;
+  MockedBus bus;
   bus.startService("logind", "org.freedesktop.login1");
   HardwareTree tree;
   tree.sources.systemBus = bus.address();
@@ -219,7 +219,7 @@ TEST(BusFacts, NoBusIsTriedAtASlowPaceAndFoundLater) {
   for (int tick = 0; tick < 1000; ++tick) ASSERT_FALSE(session.ask(question)[0].came);
   EXPECT_LT(threadSeconds() - before, 0.1) << "not opened again within 5 seconds";
 
-  const PrivateBus bus;
+  const MockedBus bus;
   double seconds = 1000;
   BusSession later("", [&] { return seconds; });
   EXPECT_FALSE(later.ask(question)[0].came);
@@ -275,7 +275,7 @@ TEST(BusFacts, ATickNeverWaitsForABusThatHangs) {
 }
 
 TEST(BusFacts, InTheBackgroundTheNextTickHasTheAnswer) {
-  PrivateBus bus;
+  MockedBus bus;
   bus.startService("logind", "org.freedesktop.login1");
   Message film;
   inhibit(bus, film, "idle", "player", "Playing", "block");

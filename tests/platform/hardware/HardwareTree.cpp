@@ -1,6 +1,7 @@
 #include "platform/hardware/HardwareTree.h"
 
 #include <bit>
+#include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <sstream>
@@ -11,7 +12,8 @@ namespace korvantis::test {
 namespace {
 
 std::string manifestOf(const std::string& machine) {
-  std::ifstream file(std::string(KORVANTIS_MACHINES) + "/" + machine + ".txt");
+  const std::filesystem::path path = std::filesystem::path(KORVANTIS_MACHINES) / machine;
+  std::ifstream file(path.string() + ".txt");
   std::ostringstream text;
   text << file.rdbuf();
   if (!file || text.str().empty()) throw std::runtime_error("no machine " + machine);

@@ -3,6 +3,8 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/linux/UtilityThread.h"
+
 namespace korvantis {
 
 BackgroundWork::~BackgroundWork() {
@@ -17,6 +19,7 @@ void BackgroundWork::start(std::function<void()> work) {
   if (worker.joinable()) worker.join();
   try {
     worker = std::thread([this, work = std::move(work)] {
+      yieldToOthers();
       work();
       const std::lock_guard done(lock);
       isBusy = false;

@@ -1,10 +1,12 @@
 #include "platform/linux/applications/SessionBus.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <memory>
 #include <optional>
 #include <systemd/sd-bus.h>
+#include <utility>
 
 namespace korvantis {
 namespace {
@@ -22,16 +24,33 @@ struct Unreference {
 using Bus = std::unique_ptr<sd_bus, Unreference>;
 using Message = std::unique_ptr<sd_bus_message, Unreference>;
 
-Bus openSessionBus() {
-  sd_bus* bus = nullptr;
-  return sd_bus_open_user(&bus) < 0 ? nullptr : Bus(bus);
-}
-
 std::uint64_t microsecondsUntil(Clock::time_point deadline) {
   const auto left =
       std::chrono::duration_cast<std::chrono::microseconds>(deadline - Clock::now()).count();
   // 0 would mean the library's own limit of many seconds.
   return static_cast<std::uint64_t>(std::max<std::int64_t>(left, 1));
+}
+
+/// Waits until the bus has greeted us. The library's own calls would do so too, but for its own
+/// limit of many seconds, whatever theirs is.
+bool isGreeted(sd_bus* bus, Clock::time_point deadline) {
+  for (;;) {
+    const int ready = sd_bus_is_ready(bus);
+    if (ready != 0) return ready > 0;
+    const int worked = sd_bus_process(bus, nullptr);
+    if (worked < 0) return false;
+    if (worked > 0) continue;
+    if (Clock::now() >= deadline) return false;
+    const int waited = sd_bus_wait(bus, microsecondsUntil(deadline));
+    if (waited < 0 && waited != -EINTR) return false;
+  }
+}
+
+Bus openSessionBus(Clock::time_point deadline) {
+  sd_bus* bus = nullptr;
+  if (sd_bus_open_user(&bus) < 0) return nullptr;
+  Bus opened(bus);
+  return isGreeted(bus, deadline) ? std::move(opened) : nullptr;
 }
 
 /// Asks the bus itself a question about one name, or without any.
@@ -73,7 +92,8 @@ std::string objectPathOf(const std::string& id) {
   return path;
 }
 
-bool offersQuit(sd_bus* bus, const std::string& id, const std::string& path) {
+bool offersQuit(sd_bus* bus, const std::string& id, const std::string& path,
+                Clock::time_point deadline) {
   sd_bus_message* call = nullptr;
   if (sd_bus_message_new_method_call(bus, &call, id.c_str(), path.c_str(), "org.gtk.Actions",
                                      "List") < 0) {
@@ -81,8 +101,7 @@ bool offersQuit(sd_bus* bus, const std::string& id, const std::string& path) {
   }
   const Message held(call);
   sd_bus_message* answer = nullptr;
-  const std::uint64_t wait = microsecondsUntil(Clock::now() + limit);
-  if (sd_bus_call(bus, call, wait, nullptr, &answer) < 0) return false;
+  if (sd_bus_call(bus, call, microsecondsUntil(deadline), nullptr, &answer) < 0) return false;
   const Message reply(answer);
   if (sd_bus_message_enter_container(answer, 'a', "s") < 0) return false;
   const char* name = nullptr;
@@ -118,7 +137,7 @@ std::vector<BusNameHolder> sessionBusNameOwners(
     const std::function<bool(const std::string& name)>& isWanted) {
   std::vector<BusNameHolder> holders;
   const auto deadline = Clock::now() + limit;
-  const Bus bus = openSessionBus();
+  const Bus bus = openSessionBus(deadline);
   if (!bus) return holders;
   for (std::string& name : namesOnBus(bus.get(), deadline)) {
     if (name.starts_with(':') || !isWanted(name)) continue;
@@ -134,9 +153,10 @@ bool quitOverSessionBus(const std::string& id, std::int32_t pid) {
   if (sd_bus_service_name_is_valid(id.c_str()) <= 0 || id.starts_with(':')) return false;
   const std::string path = objectPathOf(id);
   if (sd_bus_object_path_is_valid(path.c_str()) <= 0) return false;
-  const Bus bus = openSessionBus();
-  if (!bus || ownerOf(bus.get(), id, Clock::now() + limit) != pid) return false;
-  return offersQuit(bus.get(), id, path) && activateQuit(bus.get(), id, path);
+  const auto deadline = Clock::now() + limit;
+  const Bus bus = openSessionBus(deadline);
+  if (!bus || ownerOf(bus.get(), id, deadline) != pid) return false;
+  return offersQuit(bus.get(), id, path, deadline) && activateQuit(bus.get(), id, path);
 }
 
 }  // namespace korvantis

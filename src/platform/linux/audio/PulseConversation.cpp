@@ -76,8 +76,10 @@ bool PulseConversation::isOver() const {
 bool PulseConversation::iterateUntil(const std::function<bool()>& isDone) {
   while (!isDone()) {
     if (isOver()) return false;
+    // Below zero would mean for ever.
     const auto left = std::chrono::ceil<std::chrono::microseconds>(end_ - SteadyClock::now());
-    if (pa_mainloop_prepare(loop_, static_cast<int>(left.count())) < 0) return false;
+    if (pa_mainloop_prepare(loop_, static_cast<int>(std::max<std::int64_t>(left.count(), 0))) < 0)
+      return false;
     if (pa_mainloop_poll(loop_) < 0 || pa_mainloop_dispatch(loop_) < 0) return false;
   }
   return true;

@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <poll.h>
 
+#include "platform/linux/SessionBusAddress.h"
+
 namespace korvantis {
 namespace {
 
@@ -31,7 +33,7 @@ HardwareSources systemHardwareSources() {
   sources.nvidiaLibrary = "libnvidia-ml.so.1";
   sources.systemBus =
       environmentText("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/run/dbus/system_bus_socket");
-  sources.sessionBus = environmentText("DBUS_SESSION_BUS_ADDRESS", "");
+  sources.sessionBus = sessionBusAddress();
   return sources;
 }
 

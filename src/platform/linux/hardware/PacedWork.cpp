@@ -1,10 +1,9 @@
 #include "platform/linux/hardware/PacedWork.h"
 
-#include <sys/resource.h>
-#include <sys/syscall.h>
 #include <system_error>
-#include <unistd.h>
 #include <utility>
+
+#include "platform/linux/UtilityThread.h"
 
 namespace korvantis {
 
@@ -51,9 +50,7 @@ void PacedWork::ask() {
 }
 
 void PacedWork::serve() {
-  constexpr int utilityPriority = 10;
-  const auto self = static_cast<id_t>(::syscall(SYS_gettid));
-  ::setpriority(PRIO_PROCESS, self, utilityPriority);
+  yieldToOthers();
   std::unique_lock guard(lock);
   for (;;) {
     changed.wait(guard, [this] { return wanted || stopping; });

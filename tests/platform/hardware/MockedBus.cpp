@@ -1,4 +1,4 @@
-#include "platform/hardware/PrivateBus.h"
+#include "platform/hardware/MockedBus.h"
 
 #include <stdexcept>
 #include <unistd.h>
@@ -33,14 +33,14 @@ ChildProcess startDaemon(const TemporaryFolder& folder, const std::string& socke
 
 }  // namespace
 
-PrivateBus::PrivateBus() : socketPath(folder.path("bus")), daemon(startDaemon(folder, socketPath)) {
+MockedBus::MockedBus() : socketPath(folder.path("bus")), daemon(startDaemon(folder, socketPath)) {
   for (int tries = 0; !connect(); ++tries) {
     if (tries > mostTries || daemon.hasEnded()) throw std::runtime_error("no bus");
     pause();
   }
 }
 
-bool PrivateBus::connect() {
+bool MockedBus::connect() {
   sd_bus* fresh = nullptr;
   if (::access(socketPath.c_str(), F_OK) != 0 || sd_bus_new(&fresh) < 0) return false;
   client.reset(fresh);
@@ -50,15 +50,15 @@ bool PrivateBus::connect() {
                             "org.freedesktop.DBus", "GetId", nullptr, nullptr, "") >= 0;
 }
 
-void PrivateBus::startService(const std::string& mockTemplate, const std::string& busName) {
+void MockedBus::startService(const std::string& mockTemplate, const std::string& busName) {
   start({"--template", mockTemplate}, busName);
 }
 
-void PrivateBus::startPlainService(const std::string& busName, const std::string& path) {
+void MockedBus::startPlainService(const std::string& busName, const std::string& path) {
   start({busName, path, busName}, busName);
 }
 
-void PrivateBus::start(const std::vector<std::string>& words, const std::string& busName) {
+void MockedBus::start(const std::vector<std::string>& words, const std::string& busName) {
   std::vector<std::string> command{"env",
                                    "DBUS_SYSTEM_BUS_ADDRESS=" + address(),
                                    "/usr/bin/python3",

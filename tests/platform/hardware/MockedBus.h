@@ -12,10 +12,10 @@ namespace korvantis::test {
 
 /// A message bus of this test's own, and stand-ins for services on it. All of it ends with the
 /// object.
-class PrivateBus {
+class MockedBus {
  public:
   /// Starts the bus and waits until it takes connections.
-  PrivateBus();
+  MockedBus();
 
   /// Its address.
   std::string address() const { return "unix:path=" + socketPath; }
