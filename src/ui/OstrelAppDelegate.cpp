@@ -44,6 +44,7 @@ MonitorStoreCalls monitorStoreCalls() {
   calls.tasks = systemTaskCalls();
   calls.http = systemHTTPCalls();
   calls.workspace = systemWorkspaceCalls();
+  calls.activateFileViewerSelectingURLs = calls.workspace.activateFileViewerSelectingURLs;
   return calls;
 }
 

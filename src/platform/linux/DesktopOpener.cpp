@@ -1,11 +1,11 @@
 #include "platform/linux/DesktopOpener.h"
 
-#include <system_error>
-#include <thread>
 #include <utility>
 
 #include "platform/WorkspaceCalls.h"
+#include "platform/linux/FileReveal.h"
 #include "platform/linux/SpawnedProgram.h"
+#include "platform/linux/UtilityThread.h"
 
 namespace korvantis {
 namespace {
@@ -29,10 +29,8 @@ bool hasHandler(const std::string& scheme) {
 }
 
 void openURL(const std::string& url, std::function<void(bool)> completion) {
-  try {
-    std::thread([url, completion] { completion(openWithDesktop(url)); }).detach();
-  } catch (const std::system_error&) {
-    // No thread to be had: the main thread must not wait for another program.
+  // Without a thread to be had: the main thread must not wait for another program.
+  if (!startUtilityThread([url, completion] { completion(openWithDesktop(url)); })) {
     completion(false);
   }
 }
@@ -50,7 +48,7 @@ bool openWithDesktop(const std::string& url) {
 }
 
 WorkspaceCalls systemWorkspaceCalls() {
-  return {openURL};
+  return {openURL, revealInFileManager};
 }
 
 }  // namespace korvantis

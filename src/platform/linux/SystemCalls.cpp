@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <memory>
 #include <optional>
+#include <signal.h>
 #include <string>
 #include <sys/random.h>
 #include <sys/types.h>
@@ -69,6 +70,7 @@ QuitWays quitWays(const std::shared_ptr<LinuxProcesses>& processes) {
   ways.overBus = quitOverSessionBus;
   ways.byWindows = closeWindowsOf;
   ways.signal = [processes](std::int32_t pid, int signal) { return processes->kill(pid, signal); };
+  ways.mayReach = [](std::int32_t pid) { return ::kill(pid, 0) == 0; };
   ways.isThere = [](const ProcessIdentity& process) {
     const auto reading = ProcessReading::open("", process.pid);
     return reading && reading->identity() == process;

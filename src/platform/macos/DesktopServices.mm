@@ -46,6 +46,17 @@ TaskLaunch launch(const std::string& executable, const std::vector<std::string>&
   }
 }
 
+void revealInFileManager(const std::vector<std::string>& paths) {
+  @autoreleasepool {
+    NSMutableArray<NSURL*>* const urls = [NSMutableArray array];
+    for (const std::string& path : paths) {
+      NSString* const text = [NSString stringWithUTF8String:path.c_str()];
+      if (text != nil) [urls addObject:[NSURL fileURLWithPath:text]];
+    }
+    [NSWorkspace.sharedWorkspace activateFileViewerSelectingURLs:urls];
+  }
+}
+
 void openURL(const std::string& url, std::function<void(bool)> completion) {
   @autoreleasepool {
     NSURL* const target = [NSURL URLWithString:textOf(url)];
@@ -75,7 +86,7 @@ TaskCalls systemTaskCalls() {
 }
 
 WorkspaceCalls systemWorkspaceCalls() {
-  return {openURL};
+  return {openURL, revealInFileManager};
 }
 
 BackgroundCalls systemBackgroundCalls() {

@@ -1,6 +1,7 @@
 #include <csignal>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <set>
 #include <utility>
 
 #include "platform/applications/DesktopFixture.h"
@@ -57,12 +58,15 @@ class RunningApplications : public testing::Test {
       asked.push_back("signal " + std::to_string(pid) + " " + std::to_string(signal));
       return signalResult;
     };
+    ways.mayReach = [this](std::int32_t pid) { return !foreign.contains(pid); };
     ways.isThere = [this](const ProcessIdentity&) { return isThere; };
     return linuxRunningApplications(desktop.watchedApplications(), ways);
   }
 
   DesktopFixture desktop;
   std::vector<std::string> asked;
+  /// Processes of other users.
+  std::set<std::int32_t> foreign;
   bool takesBus = false;
   bool hasWindows = false;
   bool isThere = true;
@@ -114,6 +118,15 @@ TEST_F(RunningApplications, ByIdentifierEveryInstanceIsAsked) {
   EXPECT_THAT(asked, ElementsAre("bus org.example.Editor 600", "bus org.example.Editor 601"));
   EXPECT_EQ(calls().runningApplicationsWithBundleIdentifier("browser").size(), 1U);
   EXPECT_THAT(calls().runningApplicationsWithBundleIdentifier("no.such.Application"), IsEmpty());
+}
+
+TEST_F(RunningApplications, AnotherUsersCopyIsNoneOfOurs) {
+  foreign = {601};
+  EXPECT_EQ(calls().runningApplicationsWithBundleIdentifier("org.example.Editor").size(), 1U);
+  EXPECT_TRUE(calls().runningApplicationWithProcessIdentifier(600));
+  foreign = {600, 601};
+  EXPECT_THAT(calls().runningApplicationsWithBundleIdentifier("org.example.Editor"), IsEmpty());
+  EXPECT_FALSE(calls().runningApplicationWithProcessIdentifier(600));
 }
 
 TEST_F(RunningApplications, AnApplicationThatHasOnlyHelpersLeftAnswersByTheOldest) {

@@ -62,6 +62,19 @@ TEST(ThermalPressure, ARisingThrottleCountIsSeriousForFiveSeconds) {
   EXPECT_EQ(stateAfter(tree, 2), 2);
 }
 
+TEST(ThermalPressure, AProcessorThatComesBackWithItsOldCountIsNoNewThrottling) {
+  HardwareTree tree("intel-laptop");
+  const std::string count = "sys/devices/system/cpu/cpu4/thermal_throttle/core_throttle_count";
+  tree.write(count, "700\n");
+  EXPECT_EQ(stateAfter(tree, 0), 0);
+  tree.write(count, "gone\n");
+  EXPECT_EQ(stateAfter(tree, 2), 0);
+  tree.write(count, "700\n");
+  EXPECT_EQ(stateAfter(tree, 2), 0);
+  tree.write(count, "701\n");
+  EXPECT_EQ(stateAfter(tree, 2), 2);
+}
+
 TEST(ThermalPressure, TextAndMissingFilesAreNoHeat) {
   HardwareTree tree("intel-laptop");
   tree.write("sys/class/thermal/thermal_zone1/temp", "hot\n");

@@ -30,13 +30,15 @@ RunningApplicationCalls linuxRunningApplications(std::shared_ptr<LinuxApplicatio
   calls.runningApplicationsWithBundleIdentifier = [applications, shared](const std::string& id) {
     std::vector<RunningApplication> instances;
     for (const ApplicationProcess& process : applications->instances(id)) {
+      if (!shared->mayReach(process.identity.pid)) continue;
       instances.push_back(running(process, shared));
     }
     return instances;
   };
   calls.runningApplicationWithProcessIdentifier = [applications, shared](std::int32_t pid) {
     const auto root = applications->rootWithPid(pid);
-    return root ? std::optional(running(*root, shared)) : std::nullopt;
+    const bool isOurs = root && shared->mayReach(pid);
+    return isOurs ? std::optional(running(*root, shared)) : std::nullopt;
   };
   return calls;
 }

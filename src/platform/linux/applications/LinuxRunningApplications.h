@@ -17,6 +17,9 @@ struct QuitWays {
   std::function<bool(std::int32_t pid)> byWindows;
   /// Sends a signal to that process and no other; 0 on success.
   std::function<int(std::int32_t pid, int signal)> signal;
+  /// Whether this user may send signals to the process. Another user's copy of an application is
+  /// none of ours.
+  std::function<bool(std::int32_t pid)> mayReach;
   /// Whether the process that was known is still the one with its number.
   std::function<bool(const ProcessIdentity& process)> isThere;
 };

@@ -92,8 +92,7 @@ std::string objectPathOf(const std::string& id) {
   return path;
 }
 
-bool offersQuit(sd_bus* bus, const std::string& id, const std::string& path,
-                Clock::time_point deadline) {
+bool offersQuit(sd_bus* bus, const std::string& id, const std::string& path) {
   sd_bus_message* call = nullptr;
   if (sd_bus_message_new_method_call(bus, &call, id.c_str(), path.c_str(), "org.gtk.Actions",
                                      "List") < 0) {
@@ -101,7 +100,9 @@ bool offersQuit(sd_bus* bus, const std::string& id, const std::string& path,
   }
   const Message held(call);
   sd_bus_message* answer = nullptr;
-  if (sd_bus_call(bus, call, microsecondsUntil(deadline), nullptr, &answer) < 0) return false;
+  // A limit of its own: to deny a slow application the question would be to kill it.
+  const std::uint64_t wait = microsecondsUntil(Clock::now() + limit);
+  if (sd_bus_call(bus, call, wait, nullptr, &answer) < 0) return false;
   const Message reply(answer);
   if (sd_bus_message_enter_container(answer, 'a', "s") < 0) return false;
   const char* name = nullptr;
@@ -156,7 +157,7 @@ bool quitOverSessionBus(const std::string& id, std::int32_t pid) {
   const auto deadline = Clock::now() + limit;
   const Bus bus = openSessionBus(deadline);
   if (!bus || ownerOf(bus.get(), id, deadline) != pid) return false;
-  return offersQuit(bus.get(), id, path, deadline) && activateQuit(bus.get(), id, path);
+  return offersQuit(bus.get(), id, path) && activateQuit(bus.get(), id, path);
 }
 
 }  // namespace korvantis

@@ -16,7 +16,7 @@ std::vector<BusNameHolder> sessionBusNameOwners(
 
 /// Asks the process `pid` over the session bus to quit the application with this desktop id, when
 /// it holds the name of that id and offers a way to quit; whether the request was taken. The
-/// application may ask its user first. Blocks, two fifths of a second at most. Any thread.
+/// application may ask its user first. Blocks, three fifths of a second at most. Any thread.
 bool quitOverSessionBus(const std::string& id, std::int32_t pid);
 
 }  // namespace korvantis

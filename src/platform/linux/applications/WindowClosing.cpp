@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <chrono>
 #include <cstdlib>
 #include <future>
@@ -121,12 +122,19 @@ class Display {
   xcb_window_t root = XCB_WINDOW_NONE;
 };
 
-bool closeAll(std::int32_t pid) {
+/// How far a request to close windows has come. Whoever waits for it and whoever makes it agree on
+/// one of the last two, so that a request is never denied and made afterwards.
+enum class Progress { looking, closing, givenUp };
+
+bool closeAll(std::int32_t pid, std::atomic<Progress>& progress) {
   const Display display;
   if (!display.isThere() || !display.closesForOthers()) return false;
   bool hasAny = false;
   for (const std::uint32_t window : display.windows()) {
     if (!display.isOf(window, pid)) continue;
+    auto expected = Progress::looking;
+    progress.compare_exchange_strong(expected, Progress::closing);
+    if (expected == Progress::givenUp) return false;
     display.close(window);
     hasAny = true;
   }
@@ -141,13 +149,18 @@ bool closeWindowsOf(std::int32_t pid) {
   if (pid < 1 || display == nullptr || display[0] == '\0') return false;
   // The library has no limits of its own, and a display can hang.
   auto promise = std::make_shared<std::promise<bool>>();
+  auto progress = std::make_shared<std::atomic<Progress>>(Progress::looking);
   auto answer = promise->get_future();
   try {
-    std::thread([promise, pid] { promise->set_value(closeAll(pid)); }).detach();
+    std::thread([promise, progress, pid] {
+      promise->set_value(closeAll(pid, *progress));
+    }).detach();
   } catch (const std::system_error&) {
     return false;
   }
-  return answer.wait_for(limit) == std::future_status::ready && answer.get();
+  if (answer.wait_for(limit) == std::future_status::ready) return answer.get();
+  auto expected = Progress::looking;
+  return !progress->compare_exchange_strong(expected, Progress::givenUp);
 }
 
 }  // namespace korvantis

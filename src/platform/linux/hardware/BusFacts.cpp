@@ -1,5 +1,6 @@
 #include "platform/linux/hardware/BusFacts.h"
 
+#include <algorithm>
 #include <array>
 
 #include "platform/linux/hardware/BluetoothDevices.h"
@@ -72,6 +73,9 @@ void BusFacts::fetchFromSession() {
   std::vector<PropertyMap> assertions;
   if (list[0].message) {
     const auto answers = session.ask(inhibitorQuestions(readInhibitorPaths(list[0].message.get())));
+    // Half an answer is none: what was known stands for as long as it may.
+    const auto came = [](const BusAnswer& answer) { return answer.came; };
+    if (!std::all_of(answers.begin(), answers.end(), came)) return;
     for (std::size_t first = 0; first + 2 < answers.size(); first += 3) {
       for (PropertyMap& assertion :
            readSessionInhibitor(answers[first].message.get(), answers[first + 1].message.get(),

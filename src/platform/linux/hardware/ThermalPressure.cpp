@@ -78,11 +78,15 @@ void ThermalPressure::look() {
 }
 
 bool ThermalPressure::wasThrottled(double now) {
-  std::int64_t throttles = 0;
+  std::optional<std::int64_t> throttles = 0;
   for (AttributeFile& count : throttleCounts) {
-    throttles += std::clamp<std::int64_t>(count.number().value_or(0), 0, mostThrottles);
+    const auto number = count.number();
+    // A processor that was switched off takes its count along; what it brings back later would
+    // look like new throttling.
+    if (!number) throttles.reset();
+    if (throttles) *throttles += std::clamp<std::int64_t>(number.value_or(0), 0, mostThrottles);
   }
-  if (lastThrottles && throttles > *lastThrottles) throttledAt = now;
+  if (lastThrottles && throttles && *throttles > *lastThrottles) throttledAt = now;
   lastThrottles = throttles;
   return throttledAt && now - *throttledAt < throttleMemory;
 }
