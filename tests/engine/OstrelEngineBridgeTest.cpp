@@ -81,9 +81,6 @@ TEST_F(OstrelEngineBridgeTick, AMutedAppAt300PercentRaisesAnInsightThroughABridg
         std::ranges::count(evaluation.newInsights, InsightKind::sustainedCPU, &Insight::kind));
     return evaluation;
   };
-  tick();
-  pass(2, 3);
-  // The spell begins before the mute, which leaves it as it is.
   const EngineSnapshot snapshot = scripted.engine().sampleTick({}, {}, 90.0);
   MutedApp mute;
   mute.appID = snapshot.appGroups.at(0).id;

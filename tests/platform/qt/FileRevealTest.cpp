@@ -25,8 +25,8 @@ class FakeFileManager : public QObject {
 TEST(FileRevealOnABus, TheFileManagerShowsBothFilesInTheirOrder) {
   const test::PrivateBus bus;
   qputenv("DBUS_SESSION_BUS_ADDRESS", QByteArray::fromStdString(bus.address()));
-  QDBusConnection connection = QDBusConnection::connectToBus(
-      QString::fromStdString(bus.address()), QStringLiteral("file-manager"));
+  QDBusConnection connection = QDBusConnection::connectToBus(QString::fromStdString(bus.address()),
+                                                             QStringLiteral("file-manager"));
   FakeFileManager manager;
   connection.registerObject(QStringLiteral("/org/freedesktop/FileManager1"), &manager,
                             QDBusConnection::ExportScriptableSlots);
