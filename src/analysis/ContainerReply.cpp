@@ -20,7 +20,7 @@ constexpr std::string_view headerEnd = "\r\n\r\n";
 constexpr std::size_t shownIdCharacters = 12;
 // No figures are asked of the engines; every container shows this load.
 constexpr double sampleCPUPercent = 0.4;
-constexpr std::uint64_t sampleMemoryBytes = 64U * 1024 * 1024;
+constexpr std::uint64_t sampleMemoryBytes = std::uint64_t{64} << 20;
 constexpr std::int64_t highestPort = 65535;
 
 /// White space and line ends, of any script.

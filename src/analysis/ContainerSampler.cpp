@@ -12,7 +12,7 @@ namespace {
 
 constexpr double pollSeconds = 5.0;
 constexpr DarwinTimeValue patience{.tv_sec = 0, .tv_usec = 350'000};
-constexpr std::size_t mostReplyBytes = 512U * 1024;
+constexpr std::size_t mostReplyBytes = std::size_t{512} << 10;
 // Version 1.0, so that the engine sends no chunks and closes at the end.
 constexpr std::string_view request =
     "GET /containers/json HTTP/1.0\r\nHost: localhost\r\nConnection: close\r\n\r\n";

@@ -51,6 +51,10 @@ QString ScreenFixture::fanWishes() const {
   return words.trimmed();
 }
 
+void ScreenFixture::setCPU(double percent) {
+  scripted_->next.appGroups.at(0).cpuPercent = percent;
+}
+
 void ScreenFixture::setStrain(bool strained) {
   scripted_->next.activeStrains.clear();
   if (strained) scripted_->next.activeStrains.push_back(StrainKind::cpu);

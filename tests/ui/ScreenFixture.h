@@ -37,6 +37,8 @@ class ScreenFixture : public QObject {
   Q_INVOKABLE void setGroups(int count, const QString& namePrefix = QStringLiteral("application"));
   /// The same, as applications with a window.
   Q_INVOKABLE void setApplications(int count);
+  /// The load of the first application.
+  Q_INVOKABLE void setCPU(double percent);
   Q_INVOKABLE void setStrain(bool strained);
   Q_INVOKABLE void setInsights(int count);
   Q_INVOKABLE void tick();

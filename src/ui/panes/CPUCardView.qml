@@ -32,20 +32,10 @@ OstrelCardContainer {
         figure: view.overview.cpu.coresText
         figureColor: OstrelTheme.ink3
     }
-    RowLayout {
-        Layout.fillWidth: true
-        visible: view.overview.cpu.topName !== ""
-        spacing: 6
-
-        Rectangle {
-            Layout.preferredWidth: 6
-            Layout.preferredHeight: 6
-            radius: 3
-            color: OstrelTheme.cpu
-        }
-        CardLine {
-            name: view.overview.cpu.topName
-            figure: view.overview.cpu.topPercent
-        }
+    CardLine {
+        hasDot: true
+        symbolColor: OstrelTheme.cpu
+        name: view.overview.cpu.topName
+        figure: view.overview.cpu.topPercent
     }
 }

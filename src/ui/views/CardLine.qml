@@ -2,36 +2,60 @@ import QtQuick
 import QtQuick.Layouts
 import Korvantis.Screens
 
-// One line of a card: a symbol or a dot, a name, and a figure at its end.
-RowLayout {
+// One line of a card: a symbol or a dot, a name that gives way, and a figure at its end that never
+// does.
+Item {
     id: line
 
     property string symbol
     property color symbolColor: OstrelTheme.ink3
+    // A dot of the symbol's colour in place of a symbol.
+    property bool hasDot: false
     property string name
     property string figure
     property real fontSize: 11
     property color nameColor: OstrelTheme.ink2
     property color figureColor: OstrelTheme.ink1
+    readonly property real nameX: symbol !== "" ? mark.width + 6 : hasDot ? 12 : 0
 
     Layout.fillWidth: true
-    spacing: 6
+    implicitWidth: nameX + nameText.implicitWidth + 6 + figureText.implicitWidth
+    implicitHeight: Math.ceil(Math.max(nameText.implicitHeight, figureText.implicitHeight))
 
     SymbolView {
+        id: mark
+
         visible: line.symbol !== ""
+        anchors.verticalCenter: parent.verticalCenter
         name: line.symbol
         size: line.fontSize
         tint: line.symbolColor
     }
+    Rectangle {
+        visible: line.hasDot
+        anchors.verticalCenter: parent.verticalCenter
+        width: 6
+        height: 6
+        radius: 3
+        color: line.symbolColor
+    }
     FigureText {
-        Layout.fillWidth: true
+        id: nameText
+
+        x: line.nameX
+        anchors.verticalCenter: parent.verticalCenter
+        width: Math.max(0, Math.min(implicitWidth, figureText.x - 6 - x))
         text: line.name
         font: OstrelFont.system(line.fontSize)
         color: line.nameColor
     }
     FigureText {
-        visible: text !== ""
+        id: figureText
+
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
         text: line.figure
+        elide: Text.ElideNone
         font: OstrelFont.monospaced(line.fontSize)
         color: line.figureColor
     }

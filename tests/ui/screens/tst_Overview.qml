@@ -84,6 +84,31 @@ Item {
             tryVerify(() => !view("fanPopup").opened);
             compare(Fixture.fanWishes, "0:auto");
         }
+        function linesOf(item) {
+            let lines = [];
+            for (let index = 0; index < item.children.length; ++index) {
+                const child = item.children[index];
+                if (child instanceof CardLine && child.visible)
+                    lines.push(child);
+                lines = lines.concat(linesOf(child));
+            }
+            return lines;
+        }
+        function test_noFigureLeavesItsLineWhenItGrows() {
+            Fixture.setCPU(1);
+            Fixture.tick();
+            waitForRendering(themed);
+            Fixture.setCPU(1234);
+            Fixture.tick();
+            wait(50);
+            for (const card of cards()) {
+                for (const line of linesOf(card)) {
+                    const last = line.children[line.children.length - 1];
+                    verify(last.x + last.width <= line.width + 0.5, line.name);
+                    verify(line.width <= card.width - 32 + 0.5, line.name);
+                }
+            }
+        }
         function test_everyCardSaysItsFigure() {
             for (const card of cards()) {
                 compare(card.Accessible.role, Accessible.Grouping);
