@@ -20,7 +20,7 @@ struct BusQuestion {
 /// What came of a question: nothing in time, a refusal, or a message to read.
 struct BusAnswer {
   struct Release {
-    void operator()(sd_bus_message* message) const { sd_bus_message_unref(message); }
+    void operator()(sd_bus_message* held) const { sd_bus_message_unref(held); }
   };
 
   /// Whether the service, or the bus in its place, answered at all.
@@ -42,7 +42,7 @@ class BusSession {
 
  private:
   struct Close {
-    void operator()(sd_bus* bus) const { sd_bus_close_unref(bus); }
+    void operator()(sd_bus* held) const { sd_bus_close_unref(held); }
   };
   struct Conversation;
 

@@ -52,7 +52,9 @@ std::string canonicalPath(const std::string& path) {
 std::string diskFolder(const std::string& root, std::string name) {
   std::string folder;
   for (int layer = 0; layer < mostLayers; ++layer) {
-    folder = canonicalPath(root + "/sys/class/block/" + name);
+    std::string link = root + "/sys/class/block/";
+    link += name;
+    folder = canonicalPath(link);
     if (folder.empty()) return {};
     const auto below = namesInFolder(folder + "/slaves");
     if (below.empty()) break;
@@ -68,7 +70,9 @@ std::map<std::string, std::string> readVolumeLabels(const std::string& root) {
   const std::string folder = root + "/dev/disk/by-label";
   std::map<std::string, std::string> labels;
   for (const std::string& name : namesInFolder(folder)) {
-    const auto link = readLinkText(AT_FDCWD, folder + "/" + name);
+    std::string path = folder + "/";
+    path += name;
+    const auto link = readLinkText(AT_FDCWD, path);
     if (link) labels[lastPart(*link)] = decodedLabel(name);
   }
   return labels;
