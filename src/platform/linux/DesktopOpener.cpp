@@ -28,7 +28,7 @@ bool hasHandler(const std::string& scheme) {
   return handler.find_first_not_of(" \t\r\n") != std::string::npos;
 }
 
-void openURL(const std::string& url, std::function<void(bool)> completion) {
+void openURL(const std::string& url, const std::function<void(bool)>& completion) {
   // Without a thread to be had: the main thread must not wait for another program.
   if (!startUtilityThread([url, completion] { completion(openWithDesktop(url)); })) {
     completion(false);

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string_view>
 #include <systemd/sd-bus.h>
+#include <utility>
 
 #include "platform/linux/DesktopOpener.h"
 #include "platform/linux/SpawnedProgram.h"

@@ -23,8 +23,8 @@ RunningApplication running(const ApplicationProcess& process,
 
 }  // namespace
 
-RunningApplicationCalls linuxRunningApplications(std::shared_ptr<LinuxApplications> applications,
-                                                 QuitWays ways) {
+RunningApplicationCalls linuxRunningApplications(
+    const std::shared_ptr<LinuxApplications>& applications, QuitWays ways) {
   const auto shared = std::make_shared<const QuitWays>(std::move(ways));
   RunningApplicationCalls calls;
   calls.runningApplicationsWithBundleIdentifier = [applications, shared](const std::string& id) {

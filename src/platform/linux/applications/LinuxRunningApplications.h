@@ -27,7 +27,7 @@ struct QuitWays {
 /// Running applications as the engine stops them. Politely: over the session bus, else by closing
 /// the windows; where neither is to be had the request is not accepted. By force: signal 9 to the
 /// process itself. An application answers by its root process alone.
-RunningApplicationCalls linuxRunningApplications(std::shared_ptr<LinuxApplications> applications,
-                                                 QuitWays ways);
+RunningApplicationCalls linuxRunningApplications(
+    const std::shared_ptr<LinuxApplications>& applications, QuitWays ways);
 
 }  // namespace korvantis

@@ -119,7 +119,7 @@ std::optional<std::string> nameOf(PulseDevices& server, std::uint32_t object,
 
 }  // namespace
 
-AudioObjectCalls pulseAudioObjectCalls(std::shared_ptr<PulseDevices> server) {
+AudioObjectCalls pulseAudioObjectCalls(const std::shared_ptr<PulseDevices>& server) {
   AudioObjectCalls calls;
   calls.AudioObjectGetPropertyDataSize =
       [server](std::uint32_t object, const AudioObjectPropertyAddress& address,

@@ -9,6 +9,6 @@ namespace korvantis {
 
 /// Audio objects that stand for the sinks and sources of a sound server: the system object lists
 /// them and names the default ones, each has its name and one stream of its own direction.
-AudioObjectCalls pulseAudioObjectCalls(std::shared_ptr<PulseDevices> server);
+AudioObjectCalls pulseAudioObjectCalls(const std::shared_ptr<PulseDevices>& server);
 
 }  // namespace korvantis
