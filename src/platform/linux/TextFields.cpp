@@ -10,7 +10,9 @@ namespace {
 
 constexpr std::array<bool, 256> blankBytes() {
   std::array<bool, 256> table{};
-  for (const unsigned char blank : {' ', '\t', '\n', '\r'}) table[blank] = true;
+  for (const char blank : {' ', '\t', '\n', '\r'}) {
+    table[static_cast<unsigned char>(blank)] = true;
+  }
   return table;
 }
 

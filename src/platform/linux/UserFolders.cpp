@@ -101,7 +101,7 @@ std::vector<std::string> downloadFolders() {
 }
 
 std::string temporaryFolder() {
-  const std::string folder = absolutePathFromEnvironment("TMPDIR");
+  std::string folder = absolutePathFromEnvironment("TMPDIR");
   if (!folder.empty()) return folder;
   static const std::string own = privateFolder("/tmp");
   // Where nothing can be made in /tmp, the home is the only folder that is surely the user's.
@@ -109,7 +109,7 @@ std::string temporaryFolder() {
 }
 
 std::string privateFolder(const std::string& parent) {
-  const std::string path = parent + "/korvantis-" + std::to_string(::getuid());
+  std::string path = parent + "/korvantis-" + std::to_string(::getuid());
   ::mkdir(path.c_str(), 0700);
   if (isOwnPrivateFolder(path)) return path;
   std::string pattern = path + "-XXXXXX";
