@@ -95,7 +95,7 @@ void QtDesktopTheme::askPortal() {
     askSettings();
     return;
   }
-  bus_.connect(portalService, portalPath, portalInterface, QStringLiteral("SettingChanged"), this,
+  bus_.connect(QString(), portalPath, portalInterface, QStringLiteral("SettingChanged"), this,
                SLOT(portalSettingChanged(QString, QString, QDBusVariant)));
   QDBusMessage question = QDBusMessage::createMethodCall(portalService, portalPath, portalInterface,
                                                          QStringLiteral("Read"));
