@@ -95,6 +95,8 @@ void QtDesktopTheme::askPortal() {
     askSettings();
     return;
   }
+  // The bus library finds the slot by the names of its types, which must be known by then.
+  qRegisterMetaType<QDBusVariant>("QDBusVariant");
   bus_.connect(QString(), portalPath, portalInterface, QStringLiteral("SettingChanged"), this,
                SLOT(portalSettingChanged(QString, QString, QDBusVariant)));
   QDBusMessage question = QDBusMessage::createMethodCall(portalService, portalPath, portalInterface,
