@@ -2,7 +2,6 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Layouts
-import Korvantis.State
 import Korvantis.Screens
 
 // The battery, what keeps the machine awake, and the batteries of connected devices.

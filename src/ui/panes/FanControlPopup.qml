@@ -38,8 +38,6 @@ Popup {
             font: OstrelFont.system(11, Font.Medium)
         }
         ValueSlider {
-            id: slider
-
             objectName: "fanSlider"
             Layout.fillWidth: true
             from: popup.overview.thermal.minRPM

@@ -2,7 +2,6 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Layouts
-import Korvantis.State
 import Korvantis.Screens
 
 // The applications with the most memory, and a way to quit each.
@@ -47,9 +46,12 @@ OstrelCardContainer {
                 hint: "Quit " + row.app.name
                 padding: 2
                 onPressed: pressedID = row.app.id
-                onClicked: view.overview.quitApp(pressedID !== "" ? pressedID : row.app.id)
+                onClicked: {
+                    const id = pressedID !== "" ? pressedID : row.app.id;
+                    pressedID = "";
+                    view.overview.quitApp(id);
+                }
                 onCanceled: pressedID = ""
-                onReleased: Qt.callLater(() => pressedID = "")
             }
         }
     }
