@@ -147,7 +147,7 @@ void DesktopFixture::put(const Process& process) {
   for (const std::string& setting : process.environment) environment += setting + '\0';
   machine.files.write(base + "/environ", environment);
   if (process.sandbox.empty()) return;
-  machine.files.write(base + "/root/.flatpak-info",
+  machine.files.write(base + "/root" + "/.flatpak-info",
                       "[Application]\nname=" + process.sandbox + "\nruntime=runtime/any\n");
 }
 
