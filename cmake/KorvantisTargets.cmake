@@ -22,7 +22,7 @@ option(KORVANTIS_CONCURRENT_TESTS_ONLY "Build only the test programs that have t
 set(KORVANTIS_COVERAGE OFF CACHE BOOL "Instrument for coverage")
 if(KORVANTIS_SANITIZE)
   add_compile_options(-fsanitize=${KORVANTIS_SANITIZE} -fno-sanitize-recover=all
-    -fno-omit-frame-pointer -g)
+    -fno-omit-frame-pointer -g1)  # Lines are all that a report needs.
   add_link_options(-fsanitize=${KORVANTIS_SANITIZE})
 endif()
 if(KORVANTIS_COVERAGE)
@@ -95,7 +95,8 @@ function(korvantis_test name)
       return()
     endif()
   endif()
-  target_compile_options(${name} PRIVATE ${KORVANTIS_WARNINGS})
+  # What is tested is optimised; the tests themselves compile in half the time without.
+  target_compile_options(${name} PRIVATE ${KORVANTIS_WARNINGS} $<$<CONFIG:Release>:-O0>)
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   target_link_libraries(${name} PRIVATE ${arg_LINKS} GTest::gmock_main)
   korvantis_precompile(${name} <gmock/gmock.h> <gtest/gtest.h>)
