@@ -1,8 +1,9 @@
 #pragma once
 
+#include <condition_variable>
 #include <functional>
+#include <memory>
 #include <mutex>
-#include <thread>
 
 namespace korvantis {
 
@@ -20,10 +21,14 @@ class BackgroundWork {
   void start(std::function<void()> work);
 
  private:
+  struct State {
+    std::mutex lock;
+    std::condition_variable ended;
+    bool isBusy = false;
+  };
+
   const bool onThread;
-  std::mutex lock;
-  bool isBusy = false;
-  std::thread worker;
+  const std::shared_ptr<State> state = std::make_shared<State>();
 };
 
 }  // namespace korvantis
