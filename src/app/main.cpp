@@ -1,4 +1,5 @@
 #include <QGuiApplication>
+#include <QLoggingCategory>
 #include <clocale>
 #include <csignal>
 
@@ -29,6 +30,8 @@ int main(int argumentCount, char** arguments) {
   QGuiApplication application(argumentCount, arguments);
   // The application object takes over the user's locale; figures always carry a decimal point.
   static_cast<void>(std::setlocale(LC_NUMERIC, "C"));
+  // The program has no log, and icons of applications need not be free of faults.
+  QLoggingCategory::setFilterRules(QStringLiteral("qt.svg*=false\nqt.gui.imageio*=false"));
   QGuiApplication::setApplicationName(QStringLiteral("korvantis"));
   QGuiApplication::setDesktopFileName(QStringLiteral("korvantis"));
   // Before the store exists: its start replaces the socket of a program that already runs.

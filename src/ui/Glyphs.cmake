@@ -1,5 +1,5 @@
-# The glyph files that resources/symbols.txt names, in KORVANTIS_GLYPHS; they lie under
-# KORVANTIS_GLYPH_FOLDER.
+# The glyph files that resources/symbols.txt names: those of the icon set in KORVANTIS_GLYPHS, which
+# lie under KORVANTIS_GLYPH_FOLDER, and our own, which lie in resources/own, in KORVANTIS_OWN_GLYPHS.
 set(KORVANTIS_GLYPH_FOLDER ${CMAKE_SOURCE_DIR}/node_modules/@phosphor-icons/core/assets)
 if(NOT EXISTS ${KORVANTIS_GLYPH_FOLDER})
   message(FATAL_ERROR "The icon set is not there. Run script/setup, or `npm ci` in the root "
@@ -7,16 +7,24 @@ if(NOT EXISTS ${KORVANTIS_GLYPH_FOLDER})
 endif()
 
 set(KORVANTIS_GLYPHS)
+set(KORVANTIS_OWN_GLYPHS)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS resources/symbols.txt)
 file(STRINGS resources/symbols.txt lines REGEX "^[^#]")
 foreach(line IN LISTS lines)
   if(NOT line MATCHES "^([^ ]+) +([^ ]+)$")
     message(FATAL_ERROR "symbols.txt: '${line}' is not a symbol and a file")
   endif()
-  set(glyph ${KORVANTIS_GLYPH_FOLDER}/${CMAKE_MATCH_2})
+  set(symbol ${CMAKE_MATCH_1})
+  set(file ${CMAKE_MATCH_2})
+  if(file MATCHES "^own/")
+    list(APPEND KORVANTIS_OWN_GLYPHS resources/${file})
+    continue()
+  endif()
+  set(glyph ${KORVANTIS_GLYPH_FOLDER}/${file})
   if(NOT EXISTS ${glyph})
-    message(FATAL_ERROR "symbols.txt: the icon set has no ${CMAKE_MATCH_2} for ${CMAKE_MATCH_1}")
+    message(FATAL_ERROR "symbols.txt: the icon set has no ${file} for ${symbol}")
   endif()
   list(APPEND KORVANTIS_GLYPHS ${glyph})
 endforeach()
 list(REMOVE_DUPLICATES KORVANTIS_GLYPHS)
+list(REMOVE_DUPLICATES KORVANTIS_OWN_GLYPHS)

@@ -7,15 +7,9 @@
 #include <QVariantMap>
 #include <utility>
 
-#include "engine/OstrelEngine.h"
-#include "platform/ProcessStart.h"
-#include "platform/qt/QtAppearance.h"
-#include "platform/qt/QtMainRunLoop.h"
-#include "platform/qt/QtUserDefaults.h"
-#include "state/MonitorEngineCalls.h"
-#include "ui/ApplicationAppearance.h"
 #include "ui/CaptureSequence.h"
 #include "ui/PopoverPlacement.h"
+#include "ui/RestingModels.h"
 #include "ui/ScreenEngine.h"
 #include "ui/StatusItemTitle.h"
 #include "ui/theme/OstrelTheme.h"
@@ -28,25 +22,7 @@ constexpr const char* captureFolderVariable = "KORVANTIS_CAPTURE_ASSETS_DIR";
 
 /// A click on the item takes the focus from the panel, which closes it before the click arrives.
 /// Within this time the two are one and the same click.
-constexpr qint64 sameClickMilliseconds = 300;
-
-MonitorStoreCalls monitorStoreCalls() {
-  MonitorStoreCalls calls;
-  calls.engine = monitorEngineCalls(OstrelEngine::shared());
-  calls.mainRunLoop = qtMainRunLoopCalls();
-  calls.clock = systemClock();
-  calls.userDefaults = qtUserDefaultsCalls();
-  calls.appearance = qtAppearanceCalls();
-  calls.applicationAppearance = applicationAppearanceCalls();
-  calls.processStart = systemProcessStart;
-  calls.audio = systemAudioObjectCalls();
-  calls.background = systemBackgroundCalls();
-  calls.tasks = systemTaskCalls();
-  calls.http = systemHTTPCalls();
-  calls.workspace = systemWorkspaceCalls();
-  calls.activateFileViewerSelectingURLs = calls.workspace.activateFileViewerSelectingURLs;
-  return calls;
-}
+constexpr double sameClickSeconds = 0.3;
 
 void centre(QWindow& window) {
   if (const QScreen* const screen = window.screen()) {
@@ -76,8 +52,9 @@ void placePopover(QQuickWindow& popover, std::optional<StatusItemPoint> click) {
 
 }  // namespace
 
-OstrelAppDelegate::OstrelAppDelegate()
-    : store_(monitorStoreCalls()), statusItem_(systemStatusItemCalls()) {
+OstrelAppDelegate::OstrelAppDelegate() : OstrelAppDelegate(systemShellCalls()) {}
+
+OstrelAppDelegate::OstrelAppDelegate(const ShellCalls& calls) : calls_(calls), store_(calls.store) {
   prepareScreens(engine_);
   QGuiApplication::setQuitOnLastWindowClosed(false);
 #ifdef Q_OS_MACOS
@@ -87,7 +64,21 @@ OstrelAppDelegate::OstrelAppDelegate()
             if (state == Qt::ApplicationActive) applicationShouldHandleReopen(hasVisibleWindows());
           });
 #endif
-  connect(&engine_, &QQmlEngine::quit, qGuiApp, &QCoreApplication::quit, Qt::QueuedConnection);
+  connect(&engine_, &QQmlEngine::quit, this, calls_.terminate, Qt::QueuedConnection);
+  // Each of these makes a part of a screen anew, with models that are awake.
+  connect(store_.look(), &LookStore::effectiveIsDarkChanged, this,
+          &OstrelAppDelegate::restWhatIsHidden, Qt::QueuedConnection);
+  for (const auto signal :
+       {&MonitorStore::selectedPaneChanged, &MonitorStore::showSettingsModalChanged}) {
+    connect(&store_, signal, this, &OstrelAppDelegate::restWhatIsHidden, Qt::QueuedConnection);
+  }
+}
+
+OstrelAppDelegate::~OstrelAppDelegate() {
+  // On their way out the windows hide, and nobody is to hear of it.
+  for (const QPointer<QQuickWindow>& window : {mainWindow_, popover_, preferences_}) {
+    if (window) window->disconnect(this);
+  }
 }
 
 void OstrelAppDelegate::applicationDidFinishLaunching() {
@@ -113,15 +104,15 @@ void OstrelAppDelegate::setupMenuBarStatusItem() {
                       {"Sample Now", [this] { store_.refreshTick(); }},
                       {"Preferences…", [this] { openPreferences(); }},
                       {"", {}},
-                      {"Quit Korvantis", [] { QCoreApplication::quit(); }}};
+                      {"Quit Korvantis", calls_.terminate}};
   description.action = [this](std::optional<StatusItemPoint> click) {
     toggleMenuBarPopover(click);
   };
-  statusItem_.add(std::move(description));
+  calls_.statusItem.add(std::move(description));
 }
 
 void OstrelAppDelegate::updateStatusItemTitle(const EngineSnapshot& snapshot) {
-  statusItem_.setTitle(statusItemTitle(store_, snapshot));
+  calls_.statusItem.setTitle(statusItemTitle(store_, snapshot));
 }
 
 void OstrelAppDelegate::openOrFocusMainWindow() {
@@ -146,7 +137,7 @@ void OstrelAppDelegate::makePopover() {
   connect(popover_, SIGNAL(openPreferences()), this, SLOT(openPreferences()));
   connect(popover_, SIGNAL(openFullWindow()), this, SLOT(openFullWindowFromPopover()));
   connect(popover_, &QWindow::visibleChanged, this, [this](bool isVisible) {
-    if (!isVisible) popoverClosed_.start();
+    if (!isVisible) popoverClosed_ = calls_.uptime();
   });
 }
 
@@ -161,7 +152,7 @@ void OstrelAppDelegate::toggleMenuBarPopover(std::optional<StatusItemPoint> clic
     popover_->hide();
     return;
   }
-  if (popoverClosed_.isValid() && popoverClosed_.elapsed() < sameClickMilliseconds) return;
+  if (popoverClosed_ && calls_.uptime() - *popoverClosed_ < sameClickSeconds) return;
   placePopover(*popover_, click);
   popover_->setColor(OstrelTheme::canvas());
   popover_->show();
@@ -190,17 +181,30 @@ QQuickWindow* OstrelAppDelegate::makeWindow(const QString& file) {
   auto* const window = qobject_cast<QQuickWindow*>(made);
   if (window == nullptr) qFatal("%s holds no window", qPrintable(file));
   window->QObject::setParent(&engine_);
+  connect(window, &QWindow::visibilityChanged, this, &OstrelAppDelegate::restWhatIsHidden);
   return window;
+}
+
+void OstrelAppDelegate::restWhatIsHidden() {
+  for (const QPointer<QQuickWindow>& window : {mainWindow_, popover_, preferences_}) {
+    if (!window) continue;
+    const QWindow::Visibility visibility = window->visibility();
+    if (visibility == QWindow::Hidden || visibility == QWindow::Minimized) {
+      RestingModels::rest(*window);
+    } else {
+      RestingModels::wake(*window, store_);
+    }
+  }
 }
 
 void OstrelAppDelegate::startCapture(const std::string& folder) {
   CaptureCalls calls;
-  calls.asyncAfter = qtMainRunLoopCalls().asyncAfter;
+  calls.asyncAfter = calls_.store.mainRunLoop.asyncAfter;
   calls.writePicture = [this](const std::string& path) { writePicture(path); };
   calls.showSettingsComposition = [this](bool shows) {
     if (mainWindow_) mainWindow_->setProperty("showsSettingsComposition", shows);
   };
-  calls.terminate = [] { QCoreApplication::quit(); };
+  calls.terminate = calls_.terminate;
   captureRealProductScreenshots(store_, std::move(calls), folder);
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QElapsedTimer>
 #include <QObject>
 #include <QPoint>
 #include <QPointer>
@@ -11,6 +10,7 @@
 
 #include "platform/StatusItemCalls.h"
 #include "state/MonitorStore.h"
+#include "ui/ShellCalls.h"
 
 namespace korvantis {
 
@@ -25,6 +25,12 @@ class OstrelAppDelegate : public QObject {
   /// Makes the store over the real engine, so the first tick, the bridge and the timer run before
   /// there is a window.
   OstrelAppDelegate();
+
+  /// The same over other answers than the desktop's own.
+  explicit OstrelAppDelegate(const ShellCalls& calls);
+  OstrelAppDelegate(const OstrelAppDelegate&) = delete;
+  OstrelAppDelegate& operator=(const OstrelAppDelegate&) = delete;
+  ~OstrelAppDelegate() override;
 
   /// Puts up the status item and opens the main window. When the variable
   /// KORVANTIS_CAPTURE_ASSETS_DIR is set and not empty, goes on to write pictures into that folder
@@ -45,6 +51,11 @@ class OstrelAppDelegate : public QObject {
   /// True while a window or the panel is on screen.
   bool hasVisibleWindows() const;
 
+  /// The main window, the panel and the settings window; null until they are first used.
+  QQuickWindow* mainWindow() const { return mainWindow_; }
+  QQuickWindow* popover() const { return popover_; }
+  QQuickWindow* preferences() const { return preferences_; }
+
   /// The model of every screen.
   MonitorStore& store() { return store_; }
 
@@ -61,16 +72,17 @@ class OstrelAppDelegate : public QObject {
   void makePopover();
   void startCapture(const std::string& folder);
   void writePicture(const std::string& path) const;
+  void restWhatIsHidden();
 
+  const ShellCalls calls_;
   MonitorStore store_;
   /// After the store: the screens go first.
   QQmlEngine engine_;
-  StatusItemCalls statusItem_;
   QPointer<QQuickWindow> popover_;
   QPointer<QQuickWindow> mainWindow_;
   QPointer<QQuickWindow> preferences_;
-  /// Since the panel last closed.
-  QElapsedTimer popoverClosed_;
+  /// When the panel last closed, in seconds of the uptime.
+  std::optional<double> popoverClosed_;
 };
 
 }  // namespace korvantis

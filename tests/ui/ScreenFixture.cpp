@@ -64,6 +64,15 @@ void ScreenFixture::setInsights(int count) {
   scripted_->next.newInsights = makeInsights(count);
 }
 
+QString ScreenFixture::installApplication() {
+  const std::string icon =
+      applications_.write("red.svg",
+                          "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 8 8'>"
+                          "<rect width='8' height='8' fill='#ff0000'/></svg>");
+  applications_.write("red.desktop", "[Desktop Entry]\nType=Application\nIcon=" + icon + "\n");
+  return QString::fromStdString(applications_.path("red.app"));
+}
+
 void ScreenFixture::tick() {
   scripted_->tick();
 }

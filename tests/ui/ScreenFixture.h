@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "state/MonitorStore.h"
+#include "support/TemporaryFolder.h"
 #include "ui/ScriptedStore.h"
 
 namespace korvantis {
@@ -41,12 +42,15 @@ class ScreenFixture : public QObject {
   Q_INVOKABLE void setCPU(double percent);
   Q_INVOKABLE void setStrain(bool strained);
   Q_INVOKABLE void setInsights(int count);
+  /// Installs an application with a wholly red icon; the path of its bundle.
+  Q_INVOKABLE QString installApplication();
   Q_INVOKABLE void tick();
 
  signals:
   void storeChanged();
 
  private:
+  test::TemporaryFolder applications_;
   std::vector<std::unique_ptr<ScriptedStore>> old_;
   std::unique_ptr<ScriptedStore> scripted_ = std::make_unique<ScriptedStore>();
 };

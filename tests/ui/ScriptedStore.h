@@ -29,6 +29,9 @@ struct ScriptedStore {
   /// Made on first use, from what was scripted up to then.
   MonitorStore& store();
 
+  /// What a store asks of outside, for a test that makes one itself.
+  MonitorStoreCalls storeCalls() { return calls(); }
+
   /// One tick with what is scripted now.
   void tick() { store().refreshTick(); }
 

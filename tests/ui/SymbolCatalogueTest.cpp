@@ -6,7 +6,10 @@
 #include <QRegularExpression>
 #include <QSet>
 #include <QSvgRenderer>
+#include <array>
 #include <gtest/gtest.h>
+#include <utility>
+#include <vector>
 
 #include "core/InsightKind.h"
 #include "state/AppThemeMode.h"
@@ -43,6 +46,90 @@ QSet<QString> symbolsNamedIn(const QString& source) {
 void expectResolves(const QString& symbolName, const QString& where) {
   EXPECT_FALSE(SymbolCatalogue::glyphPath(symbolName).isEmpty())
       << symbolName.toStdString() << ", named in " << where.toStdString();
+}
+
+/// Every symbol that a screen of the program shows.
+constexpr std::array everySymbol{"app.fill",
+                                 "arrow.clockwise",
+                                 "arrow.down.circle.fill",
+                                 "arrow.up.arrow.down",
+                                 "arrow.up.circle.fill",
+                                 "arrow.up.left.and.arrow.down.right",
+                                 "battery.100",
+                                 "battery.100.bolt",
+                                 "bell.badge.fill",
+                                 "bolt.fill",
+                                 "bolt.heart.fill",
+                                 "brain",
+                                 "brain.head.profile",
+                                 "chart.bar.xaxis.ascending",
+                                 "chart.xyaxis.line",
+                                 "checkmark.circle.fill",
+                                 "checkmark.shield.fill",
+                                 "chevron.down",
+                                 "chevron.right",
+                                 "chevron.up.chevron.down",
+                                 "circle",
+                                 "circle.lefthalf.filled",
+                                 "cpu",
+                                 "cpu.fill",
+                                 "cup.and.saucer.fill",
+                                 "display",
+                                 "exclamationmark.triangle.fill",
+                                 "externaldrive.fill",
+                                 "fanblade",
+                                 "flame.fill",
+                                 "folder.badge.gearshape",
+                                 "folder.fill.badge.gearshape",
+                                 "gauge.with.dots.needle.100percent",
+                                 "gearshape.2.fill",
+                                 "gearshape.fill",
+                                 "headphones",
+                                 "internaldrive",
+                                 "internaldrive.fill",
+                                 "iphone.radiowaves.left.and.right",
+                                 "list.bullet.below.rectangle",
+                                 "macwindow",
+                                 "magnifyingglass",
+                                 "memorychip",
+                                 "memorychip.fill",
+                                 "message.fill",
+                                 "moon.stars.fill",
+                                 "moon.zzz.fill",
+                                 "network",
+                                 "paperplane.fill",
+                                 "phone.bubble.fill",
+                                 "pin.fill",
+                                 "pin.slash.fill",
+                                 "server.rack",
+                                 "shippingbox.fill",
+                                 "slider.horizontal.3",
+                                 "slider.horizontal.below.waveform",
+                                 "sparkles",
+                                 "sparkles.rectangle.stack.fill",
+                                 "speaker.slash.fill",
+                                 "speaker.wave.2.fill",
+                                 "speaker.wave.3.fill",
+                                 "square.and.arrow.down",
+                                 "square.grid.2x2.fill",
+                                 "square.stack.3d.up.fill",
+                                 "stethoscope",
+                                 "stop.circle.fill",
+                                 "sun.max.fill",
+                                 "terminal.fill",
+                                 "thermometer.medium",
+                                 "trash",
+                                 "xmark",
+                                 "xmark.circle",
+                                 "xmark.circle.fill"};
+
+/// How much of the picture is drawn on.
+double inkShare(const QImage& picture) {
+  double ink = 0;
+  for (int y = 0; y < picture.height(); ++y) {
+    for (int x = 0; x < picture.width(); ++x) ink += picture.pixelColor(x, y).alphaF();
+  }
+  return ink / (picture.width() * picture.height());
 }
 
 template <typename Enumeration>
@@ -88,10 +175,35 @@ TEST(SymbolCatalogue, EverySymbolNamedInTheModelsResolves) {
   EXPECT_GE(count, 3);
 }
 
-TEST(SymbolCatalogue, EveryGlyphIsBuiltInAndCanBeDrawn) {
-  ASSERT_GT(SymbolCatalogue::glyphPaths().size(), 60);
-  for (const QString& path : SymbolCatalogue::glyphPaths()) {
-    EXPECT_TRUE(QSvgRenderer(path).isValid()) << path.toStdString();
+TEST(SymbolCatalogue, EverySymbolOfTheProgramResolves) {
+  for (const char* const name : everySymbol) expectResolves(QString::fromLatin1(name), "the list");
+}
+
+TEST(SymbolCatalogue, EveryGlyphIsBuiltInAndDrawsAShape) {
+  ASSERT_GE(SymbolCatalogue::glyphPaths().size(), static_cast<qsizetype>(everySymbol.size()));
+  for (const QString& symbol : SymbolCatalogue::glyphPaths().keys()) {
+    EXPECT_TRUE(QSvgRenderer(SymbolCatalogue::glyphPath(symbol)).isValid()) << symbol.toStdString();
+    const double share = inkShare(tintedSymbol(symbol, Qt::white, QSize(32, 32)));
+    EXPECT_GT(share, 0.04) << symbol.toStdString() << " is all but empty";
+    EXPECT_LT(share, 0.9) << symbol.toStdString() << " is a block";
+  }
+}
+
+TEST(SymbolCatalogue, SymbolsThatStandSideBySideDiffer) {
+  const std::vector<std::pair<const char*, const char*>> neighbours{
+      {"pin.fill", "pin.slash.fill"},
+      {"battery.100", "battery.100.bolt"},
+      {"speaker.wave.3.fill", "speaker.slash.fill"},
+      {"internaldrive", "externaldrive.fill"},
+      {"server.rack", "externaldrive.fill"},
+      {"checkmark.circle.fill", "circle"},
+      {"folder.badge.gearshape", "folder.fill.badge.gearshape"},
+      {"moon.stars.fill", "moon.zzz.fill"},
+      {"cpu.fill", "memorychip.fill"}};
+  for (const auto& [first, second] : neighbours) {
+    EXPECT_NE(SymbolCatalogue::glyphPath(QString::fromLatin1(first)),
+              SymbolCatalogue::glyphPath(QString::fromLatin1(second)))
+        << first;
   }
 }
 

@@ -28,10 +28,10 @@ OstrelCardContainer {
             Layout.fillWidth: true
             spacing: 6
 
-            SymbolView {
-                name: "app.fill"
-                size: 12
-                tint: OstrelTheme.ink3
+            AppIconView {
+                bundlePath: row.app.icon
+                fallbackSymbol: "app.fill"
+                size: 18
             }
             CardLine {
                 name: row.app.name
