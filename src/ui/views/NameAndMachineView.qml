@@ -13,6 +13,9 @@ Column {
         spacing: 6
 
         FigureText {
+            objectName: "programName"
+            width: Math.min(implicitWidth, view.width - 13)
+            elide: Text.ElideRight
             text: "Korvantis"
             font: OstrelFont.system(14, Font.Bold)
             anchors.verticalCenter: parent.verticalCenter

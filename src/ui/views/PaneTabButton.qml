@@ -11,6 +11,7 @@ AbstractButton {
     // The number of findings; empty for none and on all other tabs.
     property string badge
     property int sidePadding: 12
+    property bool showsIcon: true
 
     readonly property color ink: isSelected ? OstrelTheme.ink1 : OstrelTheme.ink2
 
@@ -31,6 +32,7 @@ AbstractButton {
         spacing: 6
 
         SymbolView {
+            visible: tabButton.showsIcon
             name: tabButton.tab.iconName
             size: 11.5
             tint: tabButton.ink

@@ -31,6 +31,8 @@ FrameView {
 
                 tab: modelData
                 sidePadding: tabs.isCompactPopover ? 9 : 12
+                // With the icons too, the panel has no room left for the program's name.
+                showsIcon: !tabs.isCompactPopover
                 isSelected: tabs.store.selectedPane === tab.pane
                 badge: tab.pane === "insights" ? tabs.content.insightBadge : ""
                 onClicked: tabs.store.selectedPane = tab.pane

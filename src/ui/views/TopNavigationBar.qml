@@ -25,6 +25,7 @@ Item {
     NameAndMachineView {
         id: names
 
+        objectName: "namesView"
         anchors.left: logo.right
         anchors.leftMargin: 8
         anchors.right: tabs.left
@@ -35,6 +36,7 @@ Item {
     PaneTabs {
         id: tabs
 
+        objectName: "paneTabs"
         // In the middle, unless the controls on the right need the room.
         x: Math.round(Math.min((bar.width - width) / 2, controls.x - 8 - width))
         anchors.verticalCenter: parent.verticalCenter
@@ -46,6 +48,7 @@ Item {
     Row {
         id: controls
 
+        objectName: "barControls"
         anchors.right: parent.right
         anchors.rightMargin: 16
         anchors.verticalCenter: parent.verticalCenter

@@ -176,6 +176,29 @@ Item {
             compare(view("theme-dark").text, "");
         }
 
+        function test_nothingInTheBarOverlaps_data() {
+            return [
+                { tag: "the panel", width: 820, inPopover: true },
+                { tag: "the least window", width: 1040, inPopover: false },
+                { tag: "the window", width: 1220, inPopover: false },
+                { tag: "a wide window", width: 1800, inPopover: false }
+            ];
+        }
+        function test_nothingInTheBarOverlaps(data) {
+            Fixture.setInsights(80);
+            Fixture.tick();
+            stage.width = data.width;
+            stage.inPopover = data.inPopover;
+            show();
+            const name = view("programName");
+            compare(name.truncated, false);
+            const nameEnd = name.mapToItem(stage, name.width, 0).x;
+            const tabsStart = view("paneTabs").mapToItem(stage, 0, 0).x;
+            verify(nameEnd + 13 <= tabsStart, "name ends at " + nameEnd + ", tabs begin at " + tabsStart);
+            const tabsEnd = tabsStart + view("paneTabs").width;
+            verify(tabsEnd + 8 <= view("barControls").mapToItem(stage, 0, 0).x);
+        }
+
         function test_theGearOpensTheSettingsSheet() {
             compare(view("gear").hint, "Korvantis Preferences (⌘,)");
             mouseClick(view("gear"));
