@@ -1,6 +1,9 @@
 #include "ui/ScreenFixture.h"
 
+#include <QLocale>
 #include <QQmlError>
+#include <algorithm>
+#include <array>
 #include <clocale>
 
 #include "ui/ScreenEngine.h"
@@ -71,6 +74,59 @@ QString ScreenFixture::installApplication() {
                           "<rect width='8' height='8' fill='#ff0000'/></svg>");
   applications_.write("red.desktop", "[Desktop Entry]\nType=Application\nIcon=" + icon + "\n");
   return QString::fromStdString(applications_.path("red.app"));
+}
+
+void ScreenFixture::setAgents(int count, int children) {
+  constexpr std::array states{AgentState::waitingForApproval, AgentState::idle,
+                              AgentState::working};
+  scripted_->next.planLimits = makePlanLimits();
+  scripted_->next.agentSessions.clear();
+  for (int number = 1; number <= count; ++number) {
+    scripted_->next.agentSessions.push_back(makeAgent(number, children));
+    scripted_->next.agentSessions.back().state = states.at(static_cast<std::size_t>(number) % 3);
+  }
+}
+
+void ScreenFixture::setAgentCPU(double percent) {
+  scripted_->next.agentSessions.at(0).cpuPercent = percent;
+}
+
+void ScreenFixture::reverseAgents() {
+  std::reverse(scripted_->next.agentSessions.begin(), scripted_->next.agentSessions.end());
+}
+
+void ScreenFixture::reverseGroups() {
+  std::reverse(scripted_->next.appGroups.begin(), scripted_->next.appGroups.end());
+}
+
+void ScreenFixture::setPace(const QString& pace) {
+  scripted_->next.planLimits.at(0).paceText = pace.toStdString();
+}
+
+void ScreenFixture::clearPlans() {
+  scripted_->next.planLimits.clear();
+}
+
+void ScreenFixture::plugInAudio() {
+  scripted_->plugInAudio();
+  store()->audioMixer()->refreshAudioDevices();
+}
+
+void ScreenFixture::plugInMonitor() {
+  auto& devices = scripted_->audio.devices;
+  devices.insert(devices.begin(), {60, "Monitor", {2}, {}});
+}
+
+void ScreenFixture::renameInterface(const QString& name) {
+  scripted_->audio.devices.back().name = name.toStdString();
+}
+
+void ScreenFixture::setRefusesAudio(bool refuses) {
+  scripted_->audio.refusesSetting = refuses;
+}
+
+void ScreenFixture::setLanguage(const QString& name) {
+  QLocale::setDefault(name.isEmpty() ? QLocale::system() : QLocale(name));
 }
 
 void ScreenFixture::tick() {

@@ -44,6 +44,27 @@ class ScreenFixture : public QObject {
   Q_INVOKABLE void setInsights(int count);
   /// Installs an application with a wholly red icon; the path of its bundle.
   Q_INVOKABLE QString installApplication();
+  /// From the next tick on so many agents run, each with so many children, and the plans have
+  /// their limits.
+  Q_INVOKABLE void setAgents(int count, int children = 0);
+  /// The load of the first agent.
+  Q_INVOKABLE void setAgentCPU(double percent);
+  /// From the next tick on the agents stand the other way round.
+  Q_INVOKABLE void reverseAgents();
+  /// From the next tick on the applications stand the other way round.
+  Q_INVOKABLE void reverseGroups();
+  /// The pace of the first plan.
+  Q_INVOKABLE void setPace(const QString& pace);
+  Q_INVOKABLE void clearPlans();
+  /// Several sound devices, which the mixer has seen; see ScriptedStore.
+  Q_INVOKABLE void plugInAudio();
+  /// One more device for output, before all others, from the next look on.
+  Q_INVOKABLE void plugInMonitor();
+  /// The name of the default output from the next look on.
+  Q_INVOKABLE void renameInterface(const QString& name);
+  Q_INVOKABLE void setRefusesAudio(bool refuses);
+  /// The language of the user from now on, such as "de_DE"; the environment's for an empty one.
+  Q_INVOKABLE void setLanguage(const QString& name);
   Q_INVOKABLE void tick();
 
  signals:

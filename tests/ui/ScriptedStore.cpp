@@ -11,6 +11,7 @@ MonitorStore& ScriptedStore::store() {
 
 MonitorStoreCalls ScriptedStore::calls() {
   MonitorStoreCalls calls;
+  calls.audio = audio.calls();
   calls.engine.readHardwareInfo = [this] { return hardware; };
   calls.engine.sampleTick = [this](const auto&, const auto&, double) {
     ++ticks;
@@ -43,6 +44,13 @@ MonitorStoreCalls ScriptedStore::calls() {
   calls.appearance.detectSystemDarkMode = [this] { return systemIsDark; };
   calls.applicationAppearance.setThemeIsDark = &OstrelTheme::setIsDark;
   return calls;
+}
+
+void ScriptedStore::plugInAudio() {
+  audio.devices = {
+      {70, "Headphones", {2}, {}}, {71, "Microphone", {}, {1}}, {72, "Interface", {2, 6}, {4}}};
+  audio.defaultOutput = 72;
+  audio.defaultInput = 71;
 }
 
 AppGroup makeGroup(const std::string& name, std::vector<ProcessSample> processes) {
@@ -80,6 +88,41 @@ std::vector<Insight> makeInsights(int count) {
     insights.push_back(insight);
   }
   return insights;
+}
+
+AgentSession makeAgent(std::int32_t pid, int children) {
+  AgentSession session;
+  session.pid = pid;
+  session.toolName = "Claude Code";
+  session.projectName = "project" + std::to_string(pid);
+  session.projectPath = "/home/me/work/project" + std::to_string(pid);
+  for (int number = 1; number <= children; ++number) {
+    session.childProcesses.push_back("child" + std::to_string(number));
+  }
+  return session;
+}
+
+std::vector<PlanLimitStatus> makePlanLimits() {
+  return {{.tool = "Claude Code",
+           .planName = "Max 5x Plan",
+           .fiveHourUsedPercent = 40.9,
+           .fiveHourResetText = "Resets in 2h 18m",
+           .weeklyUsedPercent = 40.6,
+           .weeklyResetText = "Resets Thu 9:00 AM",
+           .paceText = "On pace",
+           .tokensToday = 184200,
+           .tokensWeek = 1420500,
+           .colorHex = "#d97757"},
+          {.tool = "Codex",
+           .planName = "Pro Plan",
+           .fiveHourUsedPercent = 19.3,
+           .fiveHourResetText = "Resets in 3h 42m",
+           .weeklyUsedPercent = 19,
+           .weeklyResetText = "Resets Mon 12:00 AM",
+           .paceText = "Plenty left",
+           .tokensToday = 96400,
+           .tokensWeek = 680000,
+           .colorHex = "#3068d8"}};
 }
 
 }  // namespace korvantis

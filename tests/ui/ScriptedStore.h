@@ -10,6 +10,7 @@
 #include "core/EngineSnapshot.h"
 #include "core/HardwareInfo.h"
 #include "state/MonitorStore.h"
+#include "support/ScriptedAudio.h"
 
 namespace korvantis {
 
@@ -19,6 +20,8 @@ struct ScriptedStore {
   EngineSnapshot next;
   HardwareInfo hardware;
   bool systemIsDark = true;
+  /// Without devices at first.
+  test::ScriptedAudio audio;
   int ticks = 0;
   std::vector<std::pair<std::string, bool>> quitGroups;
   std::vector<std::pair<std::int32_t, bool>> stoppedProcesses;
@@ -31,6 +34,9 @@ struct ScriptedStore {
 
   /// What a store asks of outside, for a test that makes one itself.
   MonitorStoreCalls storeCalls() { return calls(); }
+  /// From the next look at the devices on there are headphones (70), a microphone (71) and an
+  /// interface that does both (72); the interface is the default output, the microphone the input.
+  void plugInAudio();
 
   /// One tick with what is scripted now.
   void tick() { store().refreshTick(); }
@@ -49,5 +55,11 @@ ProcessSample makeProcess(std::int32_t pid, const std::string& name);
 
 /// So many findings of different targets, the newest last.
 std::vector<Insight> makeInsights(int count);
+
+/// An agent with so many children: "child1", "child2" and so on.
+AgentSession makeAgent(std::int32_t pid, int children = 0);
+
+/// The limits of the two plans as they are before any log was read.
+std::vector<PlanLimitStatus> makePlanLimits();
 
 }  // namespace korvantis

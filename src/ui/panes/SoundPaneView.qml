@@ -1,12 +1,57 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Korvantis.Screens
 
-// Not built yet, and says so.
+// The devices for sound, and a volume for each application.
 PaneView {
-    EmptyStateView {
-        anchors.centerIn: parent
-        icon: "slider.horizontal.below.waveform"
-        title: "Sound Is Not There Yet"
-        subtitle: "The mixer and the audio devices are still being built."
+    id: pane
+
+    SoundPaneModel {
+        id: sound
+
+        store: pane.store
+    }
+
+    PaneScroller {
+        anchors.fill: parent
+        focus: true
+        name: "Sound"
+
+        HardwareDevicesCardView {
+            objectName: "hardwareDevicesCard"
+            width: parent.width
+            mixer: pane.store.audioMixer
+            sound: sound
+        }
+        CardFrame {
+            objectName: "perAppVolumeMixerCard"
+            width: parent.width
+
+            FigureText {
+                width: Math.min(implicitWidth, parent.width)
+                text: "PER-APPLICATION VOLUME MIXER"
+                font: OstrelFont.system(11, Font.Bold, 0.6)
+                opacity: 0.6
+            }
+            Column {
+                id: streams
+
+                objectName: "streams"
+                width: parent.width
+                spacing: 4
+                Accessible.role: Accessible.List
+                Accessible.name: "Applications"
+
+                Repeater {
+                    model: sound.streams
+
+                    AudioStreamRowView {
+                        width: streams.width
+                        mixer: pane.store.audioMixer
+                    }
+                }
+            }
+        }
     }
 }

@@ -25,14 +25,18 @@ ComboBox {
         spacing: 6
 
         Text {
+            id: captionText
+
             text: picker.caption
             textFormat: Text.PlainText
             font: OstrelFont.system(12)
             color: OstrelTheme.ink3
         }
         Text {
+            width: Math.min(implicitWidth, Math.max(0, picker.availableWidth - captionText.width - 6))
             text: picker.displayText
             textFormat: Text.PlainText
+            elide: Text.ElideRight
             font: picker.font
             color: OstrelTheme.ink1
         }
@@ -69,6 +73,7 @@ ComboBox {
         contentItem: Text {
             text: entry.modelData.label
             textFormat: Text.PlainText
+            elide: Text.ElideRight
             font: OstrelFont.system(12, picker.currentIndex === entry.index ? Font.DemiBold : Font.Normal)
             color: OstrelTheme.ink1
             verticalAlignment: Text.AlignVCenter

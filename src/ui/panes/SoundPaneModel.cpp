@@ -1,0 +1,103 @@
+#include "ui/panes/SoundPaneModel.h"
+
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+#include "ui/views/ModelText.h"
+
+namespace korvantis {
+
+namespace {
+
+/// Cut, not rounded. A volume beyond all sense stays showable.
+QString percentText(double volume) {
+  constexpr double beyond = 1e15;
+  const double percent = volume * 100;
+  const bool isShowable = percent > -beyond && percent < beyond;
+  return QString::number(isShowable ? static_cast<qint64>(percent) : 0) + u'%';
+}
+
+QList<Choice> choices(const std::vector<AudioDeviceItem>& devices) {
+  QList<Choice> choices;
+  for (const AudioDeviceItem& device : devices) {
+    choices.append({.name = QString::number(device.id), .label = textOf(device.name)});
+  }
+  return choices;
+}
+
+int indexOf(const std::vector<AudioDeviceItem>& devices, std::uint32_t id) {
+  for (std::size_t index = 0; index < devices.size(); ++index) {
+    if (devices[index].id == id) return static_cast<int>(index);
+  }
+  return -1;
+}
+
+AudioStreamRow rowOf(const AppAudioStream& stream) {
+  AudioStreamRow row;
+  row.appID = textOf(stream.appID);
+  row.appName = textOf(stream.appName);
+  if (stream.bundlePath) row.bundlePath = textOf(*stream.bundlePath);
+  row.statusText = (stream.isActive ? QStringLiteral("Active CoreAudio Stream · PID ")
+                                    : QStringLiteral("Ready · PID ")) +
+                   QString::number(stream.pid);
+  row.isMuted = stream.isMuted;
+  row.volume = stream.volume;
+  row.volumeText = stream.isMuted ? QStringLiteral("Muted") : percentText(stream.volume);
+  return row;
+}
+
+}  // namespace
+
+SoundPaneModel::SoundPaneModel(QObject* parent) : QObject(parent), streams_(this) {}
+
+void SoundPaneModel::setStore(MonitorStore* store) {
+  using Self = SoundPaneModel;
+  if (store_ == store) return;
+  if (store_) store_->audioMixer()->disconnect(this);
+  store_ = store;
+  emit storeChanged();
+  if (!store_) return;
+  const AudioMixerStore* const mixer = store_->audioMixer();
+  connect(mixer, &AudioMixerStore::outputDevicesChanged, this, &Self::updateOutputs);
+  connect(mixer, &AudioMixerStore::selectedOutputDeviceIDChanged, this, &Self::updateOutputs);
+  connect(mixer, &AudioMixerStore::inputDevicesChanged, this, &Self::updateInputs);
+  connect(mixer, &AudioMixerStore::selectedInputDeviceIDChanged, this, &Self::updateInputs);
+  connect(mixer, &AudioMixerStore::masterVolumeChanged, this, &Self::updateMaster);
+  connect(mixer, &AudioMixerStore::appStreamsChanged, this, &Self::updateStreams);
+  updateOutputs();
+  updateInputs();
+  updateMaster();
+  updateStreams();
+}
+
+void SoundPaneModel::updateOutputs() {
+  using Self = SoundPaneModel;
+  const AudioMixerStore& mixer = *store_->audioMixer();
+  updateField(this, outputs_, choices(mixer.outputDevices()), &Self::outputsChanged);
+  updateField(this, outputIndex_, indexOf(mixer.outputDevices(), mixer.selectedOutputDeviceID()),
+              &Self::outputIndexChanged);
+}
+
+void SoundPaneModel::updateInputs() {
+  using Self = SoundPaneModel;
+  const AudioMixerStore& mixer = *store_->audioMixer();
+  updateField(this, inputs_, choices(mixer.inputDevices()), &Self::inputsChanged);
+  updateField(this, inputIndex_, indexOf(mixer.inputDevices(), mixer.selectedInputDeviceID()),
+              &Self::inputIndexChanged);
+}
+
+void SoundPaneModel::updateMaster() {
+  updateField(this, masterText_, percentText(store_->audioMixer()->masterVolume()),
+              &SoundPaneModel::masterTextChanged);
+}
+
+void SoundPaneModel::updateStreams() {
+  std::vector<AudioStreamRow> rows;
+  for (const AppAudioStream& stream : store_->audioMixer()->appStreams()) {
+    rows.push_back(rowOf(stream));
+  }
+  streams_.setRows(std::move(rows));
+}
+
+}  // namespace korvantis

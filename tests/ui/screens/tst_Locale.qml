@@ -1,0 +1,76 @@
+import QtQuick
+import QtTest
+import Korvantis.Screens
+import ScreenTests
+
+// Every text that is on the screen, in every language that a user may have.
+Item {
+    id: stage
+
+    width: 1220
+    height: 790
+
+    ThemedContent {
+        id: themed
+
+        anchors.fill: parent
+        store: Fixture.store
+    }
+
+    TestCase {
+        name: "Locale"
+        when: windowShown
+
+        function cleanup() {
+            Fixture.setLanguage("");
+        }
+        function textsIn(item) {
+            let texts = [];
+            for (const child of Array.from(item.children)) {
+                if (child instanceof Text && child.visible && child.text !== "")
+                    texts.push(child.text);
+                texts = texts.concat(textsIn(child));
+            }
+            return texts;
+        }
+        function textsOf(pane, language) {
+            Fixture.setLanguage(language);
+            Fixture.reset();
+            Fixture.plugInAudio();
+            Fixture.setApplications(4);
+            Fixture.setCPU(1234.5);
+            Fixture.setAgents(2, 3);
+            Fixture.setInsights(2);
+            Fixture.setStrain(true);
+            Fixture.tick();
+            Fixture.store.selectedPane = pane;
+            themed.rebuild();
+            waitForRendering(themed);
+            return textsIn(themed);
+        }
+        function isTokenCount(text) {
+            return text.endsWith(" tok");
+        }
+
+        function test_noTextButTheTokenCountsFollowsTheLanguage_data() {
+            return ["overview", "processes", "insights", "history", "agents", "sound"].map(pane => ({
+                        tag: pane
+                    }));
+        }
+        function test_noTextButTheTokenCountsFollowsTheLanguage(data) {
+            const english = textsOf(data.tag, "en_US");
+            verify(english.length > 10, english.length);
+            for (const language of ["de_DE", "tr_TR"]) {
+                const texts = textsOf(data.tag, language);
+                compare(texts.filter(text => !isTokenCount(text)), english.filter(text => !isTokenCount(text)));
+                compare(texts.filter(isTokenCount), english.filter(isTokenCount).map(text => text.replace(/,/g, ".")));
+            }
+        }
+        function test_theTokenCountsAreGroupedAsTheLanguageDoes() {
+            compare(textsOf("agents", "de_DE").filter(isTokenCount), ["Today: 184.200 tok", "7d: 1.420.500 tok", "Today: 96.400 tok", "7d: 680.000 tok"]);
+        }
+        function test_capitalsAreMadeByNoLanguagesRules() {
+            verify(textsOf("overview", "tr_TR").includes("DISK & VOLUMES"));
+        }
+    }
+}
