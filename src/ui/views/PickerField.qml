@@ -9,6 +9,8 @@ ComboBox {
     id: picker
 
     required property string caption
+    // Off where the caption stands beside the field.
+    property bool showsCaption: true
 
     textRole: "label"
     valueRole: "name"
@@ -25,6 +27,7 @@ ComboBox {
         spacing: 6
 
         Text {
+            visible: picker.showsCaption
             text: picker.caption
             textFormat: Text.PlainText
             font: OstrelFont.system(12)
