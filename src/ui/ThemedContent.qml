@@ -30,8 +30,9 @@ FocusScope {
     }
     function rebuild() {
         const name = KeyboardFocus.focusedName(themed);
+        const cursor = KeyboardFocus.focusedCursor(themed);
         build();
-        KeyboardFocus.focus(themed, name);
+        KeyboardFocus.focus(themed, name, cursor);
     }
 
     focus: true

@@ -6,6 +6,7 @@
 #include <array>
 #include <clocale>
 
+#include "state/ObservableField.h"
 #include "ui/ScreenEngine.h"
 
 namespace korvantis {
@@ -21,10 +22,50 @@ QString ScreenFixture::stopped() const {
   return words.trimmed();
 }
 
-void ScreenFixture::reset() {
+void ScreenFixture::take(std::unique_ptr<ScriptedStore> next) {
   // Screens on their way out still read the old one.
-  old_.push_back(std::exchange(scripted_, std::make_unique<ScriptedStore>()));
+  old_.push_back(std::exchange(scripted_, std::move(next)));
   emit storeChanged();
+}
+
+void ScreenFixture::reset() {
+  take(std::make_unique<ScriptedStore>());
+}
+
+void ScreenFixture::resetWithSettings() {
+  settings_ = std::make_unique<QTemporaryDir>();
+  restart();
+}
+
+void ScreenFixture::restart() {
+  auto next = std::make_unique<ScriptedStore>();
+  next->settingsPath = settings_->filePath(QStringLiteral("Korvantis.conf")).toStdString();
+  take(std::move(next));
+}
+
+QList<double> ScreenFixture::timerPeriods() const {
+  return {scripted_->timerPeriods.begin(), scripted_->timerPeriods.end()};
+}
+
+QStringList ScreenFixture::sent() const {
+  QStringList words;
+  for (const std::string& word : scripted_->sent) words.append(QString::fromStdString(word));
+  return words;
+}
+
+QStringList ScreenFixture::enabledReadouts() const {
+  QStringList names;
+  for (const MenuBarReadout readout : scripted_->store().menuBarSettings()->enabledReadouts())
+    names.append(caseText(readout));
+  return names;
+}
+
+void ScreenFixture::setSystemCPU(double percent) {
+  scripted_->next.system.cpuPercent = percent;
+}
+
+void ScreenFixture::runBackground() {
+  scripted_->runBackground();
 }
 
 void ScreenFixture::setGroups(int count, const QString& namePrefix) {

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <QList>
 #include <QObject>
 #include <QQmlEngine>
 #include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
 #include <memory>
 #include <vector>
 
@@ -20,6 +23,9 @@ class ScreenFixture : public QObject {
   Q_PROPERTY(int ticks READ ticks FINAL)
   Q_PROPERTY(QString stopped READ stopped FINAL)
   Q_PROPERTY(QString fanWishes READ fanWishes FINAL)
+  Q_PROPERTY(QList<double> timerPeriods READ timerPeriods FINAL)
+  Q_PROPERTY(QStringList sent READ sent FINAL)
+  Q_PROPERTY(QStringList enabledReadouts READ enabledReadouts FINAL)
 
  public:
   using QObject::QObject;
@@ -32,8 +38,19 @@ class ScreenFixture : public QObject {
   /// The speeds that were wished for fans, such as "0:1300" or "0:auto".
   QString fanWishes() const;
 
+  /// The seconds of the timers that were started.
+  QList<double> timerPeriods() const;
+  /// What briefs made the outside do: "program", "request" or "open".
+  QStringList sent() const;
+  /// The names of the status item's readouts.
+  QStringList enabledReadouts() const;
+
   /// A fresh store, as at launch.
   Q_INVOKABLE void reset();
+  /// The same over a settings file, which is empty.
+  Q_INVOKABLE void resetWithSettings();
+  /// The next launch over the same settings file.
+  Q_INVOKABLE void restart();
   /// From the next tick on the machine has these applications, of one process each.
   Q_INVOKABLE void setGroups(int count, const QString& namePrefix = QStringLiteral("application"));
   /// The same, as applications with a window.
@@ -65,6 +82,10 @@ class ScreenFixture : public QObject {
   Q_INVOKABLE void setRefusesAudio(bool refuses);
   /// The language of the user from now on, such as "de_DE"; the environment's for an empty one.
   Q_INVOKABLE void setLanguage(const QString& name);
+  /// From the next tick on.
+  Q_INVOKABLE void setSystemCPU(double percent);
+  /// Delivers the briefs that are on their way.
+  Q_INVOKABLE void runBackground();
   Q_INVOKABLE void tick();
 
  signals:
@@ -72,7 +93,10 @@ class ScreenFixture : public QObject {
 
  private:
   test::TemporaryFolder applications_;
+  void take(std::unique_ptr<ScriptedStore> next);
+
   std::vector<std::unique_ptr<ScriptedStore>> old_;
+  std::unique_ptr<QTemporaryDir> settings_;
   std::unique_ptr<ScriptedStore> scripted_ = std::make_unique<ScriptedStore>();
 };
 

@@ -1,5 +1,6 @@
 #include "ui/ScriptedStore.h"
 
+#include "platform/qt/QtUserDefaults.h"
 #include "ui/theme/OstrelTheme.h"
 
 namespace korvantis {
@@ -41,6 +42,8 @@ MonitorStoreCalls ScriptedStore::calls() {
   calls.clock.now = [] { return 1000.0; };
   calls.userDefaults.stringForKey = [](const std::string&) { return std::nullopt; };
   calls.userDefaults.setString = [](const std::string&, const std::string&) {};
+  if (!settingsPath.empty()) calls.userDefaults = qtUserDefaultsCalls(settingsPath);
+  scriptDelivery(calls);
   calls.appearance.detectSystemDarkMode = [this] { return systemIsDark; };
   calls.applicationAppearance.setThemeIsDark = &OstrelTheme::setIsDark;
   return calls;
@@ -51,6 +54,28 @@ void ScriptedStore::plugInAudio() {
       {70, "Headphones", {2}, {}}, {71, "Microphone", {}, {1}}, {72, "Interface", {2, 6}, {4}}};
   audio.defaultOutput = 72;
   audio.defaultInput = 71;
+}
+
+void ScriptedStore::scriptDelivery(MonitorStoreCalls& calls) {
+  calls.background.detached = [this](std::function<void()> task) {
+    backgroundTasks_.push_back(std::move(task));
+  };
+  calls.tasks.launch = [this](const auto&, const auto&) {
+    sent.emplace_back("program");
+    return TaskLaunch{.task = {}, .error = "not here"};
+  };
+  calls.http.dataForRequest = [this](const HTTPRequest&) {
+    sent.emplace_back("request");
+    return HTTPAnswer{.error = {}, .statusCode = 200};
+  };
+  calls.workspace.openURL = [this](const std::string&, const std::function<void(bool)>& opened) {
+    sent.emplace_back("open");
+    opened(true);
+  };
+}
+
+void ScriptedStore::runBackground() {
+  for (const auto& task : std::exchange(backgroundTasks_, {})) task();
 }
 
 AppGroup makeGroup(const std::string& name, std::vector<ProcessSample> processes) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -28,6 +29,10 @@ struct ScriptedStore {
   /// Fans and the speeds wished for them; absent is automatic control.
   std::vector<std::pair<std::int64_t, std::optional<double>>> fanWishes;
   std::vector<double> timerPeriods;
+  /// Where the settings are kept; empty for nowhere. Settled when the store is made.
+  std::string settingsPath;
+  /// What briefs made the outside do: "program", "request" or "open".
+  std::vector<std::string> sent;
 
   /// Made on first use, from what was scripted up to then.
   MonitorStore& store();
@@ -41,9 +46,14 @@ struct ScriptedStore {
   /// One tick with what is scripted now.
   void tick() { store().refreshTick(); }
 
+  /// Delivers the briefs that are on their way.
+  void runBackground();
+
  private:
   MonitorStoreCalls calls();
+  void scriptDelivery(MonitorStoreCalls& calls);
 
+  std::vector<std::function<void()>> backgroundTasks_;
   std::unique_ptr<MonitorStore> store_;
 };
 

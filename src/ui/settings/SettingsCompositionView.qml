@@ -22,9 +22,10 @@ Item {
 
     Item {
         x: (1220 - modal.implicitWidth) / 2
-        y: (790 - modal.implicitHeight) / 2
+        // Taller than a sheet, so that the picture shows as much as it can.
+        y: 20
         width: modal.implicitWidth
-        height: modal.implicitHeight
+        height: 750
 
         // A soft shadow without shader effects, which the software renderer lacks: twelve layers
         // that add up to the wanted darkness at the edge.

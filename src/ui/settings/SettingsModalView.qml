@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import QtQuick.Layouts
 import Korvantis.State
@@ -13,29 +11,34 @@ FocusScope {
 
     signal close
 
-    implicitWidth: 560
-    implicitHeight: content.implicitHeight
-
-    SettingsModel {
-        id: settings
-
-        look: view.store.look
+    readonly property string fileName: {
+        switch (store.selectedSettingsTab) {
+        case "Appearance":
+            return "AppearanceSettingsTab.qml";
+        case "Remote Alerts":
+            return "RemoteAlertsTab.qml";
+        case "Integrations & MCP":
+            return "IntegrationsTab.qml";
+        default:
+            return "MenuBarSettingsTab.qml";
+        }
     }
 
-    component Caption: FigureText {
-        Layout.fillWidth: true
-        font: OstrelFont.system(13, Font.DemiBold)
+    function show() {
+        tab.setSource(Qt.resolvedUrl(fileName), {
+            store: store
+        });
     }
-    component Note: FigureText {
-        Layout.fillWidth: true
-        font: OstrelFont.system(11)
-        color: OstrelTheme.ink3
+
+    implicitWidth: 680
+    implicitHeight: 640
+    Component.onCompleted: {
+        show();
+        fileNameChanged.connect(show);
     }
 
     ColumnLayout {
-        id: content
-
-        width: parent.width
+        anchors.fill: parent
         spacing: 0
 
         RowLayout {
@@ -49,6 +52,7 @@ FocusScope {
                 Layout.fillWidth: true
                 text: "Korvantis Preferences"
                 font: OstrelFont.system(15, Font.Bold)
+                Accessible.role: Accessible.Heading
             }
             QuietButton {
                 objectName: "closeSettings"
@@ -58,72 +62,22 @@ FocusScope {
                 onClicked: view.close()
             }
         }
+        SettingsTabs {
+            Layout.alignment: Qt.AlignHCenter
+            Layout.bottomMargin: 12
+            store: view.store
+        }
         Rectangle {
             Layout.fillWidth: true
             Layout.preferredHeight: 1
             color: OstrelTheme.hairline
         }
-        ColumnLayout {
+        Loader {
+            id: tab
+
+            objectName: "settingsTab"
             Layout.fillWidth: true
-            Layout.margins: 20
-            spacing: 10
-
-            Caption {
-                text: "Theme & Appearance Mode"
-            }
-            Note {
-                text: settings.systemLookText
-            }
-            RowLayout {
-                Layout.fillWidth: true
-                spacing: 10
-
-                Repeater {
-                    model: settings.themeModes
-
-                    ChoiceButton {
-                        required property choice modelData
-
-                        objectName: "settings-theme-" + modelData.name
-                        Layout.fillWidth: true
-                        Layout.preferredWidth: 1
-                        symbol: modelData.iconName
-                        text: modelData.label
-                        isSelected: view.store.look.themeMode === modelData.name
-                        onClicked: view.store.look.themeMode = modelData.name
-                    }
-                }
-            }
-            Note {
-                text: settings.themeModeText
-            }
-            Caption {
-                Layout.topMargin: 14
-                text: "Sampling Interval"
-            }
-            RowLayout {
-                Layout.fillWidth: true
-                spacing: 10
-
-                Repeater {
-                    model: settings.intervals
-
-                    ChoiceButton {
-                        required property choice modelData
-
-                        objectName: "settings-interval-" + modelData.value
-                        Layout.fillWidth: true
-                        Layout.preferredWidth: 1
-                        symbol: isSelected ? "checkmark.circle.fill" : ""
-                        text: modelData.label
-                        isSelected: view.store.refreshIntervalSeconds === modelData.value
-                        onClicked: view.store.setRefreshInterval(modelData.value)
-                    }
-                }
-            }
-            Note {
-                text: "Two seconds again at the next launch."
-            }
+            Layout.fillHeight: true
         }
     }
 }

@@ -4,7 +4,8 @@ import QtQuick.Templates as T
 import Korvantis.State
 import Korvantis.Screens
 
-// The settings as a sheet over the window; Escape closes it.
+// The settings as a sheet over the window; Escape closes it. Its content is there only while it is
+// shown.
 Popup {
     id: sheet
 
@@ -13,6 +14,8 @@ Popup {
     objectName: "settingsSheet"
     parent: T.Overlay.overlay
     anchors.centerIn: parent
+    width: parent ? Math.min(loader.implicitWidth, parent.width - 32) : 0
+    height: parent ? Math.min(loader.implicitHeight, parent.height - 32) : 0
     modal: true
     focus: true
     padding: 0
@@ -20,12 +23,19 @@ Popup {
     closePolicy: Popup.CloseOnEscape
     enter: null
     exit: null
-    onClosed: store.showSettingsModal = false
-
-    contentItem: SettingsModalView {
-        store: sheet.store
+    onAboutToShow: loader.setSource(Qt.resolvedUrl("SettingsModalView.qml"), {
+        store: store,
         focus: true
-        onClose: sheet.store.showSettingsModal = false
+    })
+    onClosed: {
+        store.showSettingsModal = false;
+        loader.source = "";
+    }
+
+    contentItem: Loader {
+        id: loader
+
+        focus: true
     }
     background: Rectangle {
         color: OstrelTheme.canvas
@@ -35,5 +45,13 @@ Popup {
     }
     T.Overlay.modal: Rectangle {
         color: Qt.rgba(0, 0, 0, 0.5)
+    }
+
+    Connections {
+        target: loader.item as SettingsModalView
+
+        function onClose() {
+            sheet.store.showSettingsModal = false;
+        }
     }
 }

@@ -38,9 +38,10 @@ FocusScope {
 
         function onEffectiveIsDarkChanged() {
             const name = KeyboardFocus.focusedName(themed);
+            const cursor = KeyboardFocus.focusedCursor(themed);
             ground.color = OstrelTheme.canvas;
             themed.build();
-            KeyboardFocus.focus(themed, name);
+            KeyboardFocus.focus(themed, name, cursor);
         }
     }
     Connections {

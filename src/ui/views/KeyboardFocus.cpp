@@ -1,6 +1,7 @@
 #include "ui/views/KeyboardFocus.h"
 
 #include <QQuickWindow>
+#include <QVariant>
 
 namespace korvantis {
 
@@ -15,20 +16,54 @@ QQuickItem* lastOfName(QQuickItem* item, const QString& name) {
   return item->objectName() == name ? item : nullptr;
 }
 
+QQuickItem* focusedItem(const QQuickItem* content) {
+  const QQuickWindow* const window = content ? content->window() : nullptr;
+  return window ? window->activeFocusItem() : nullptr;
+}
+
+/// The focus scope right around an item.
+const QQuickItem* scopeAround(const QQuickItem* item) {
+  const QQuickItem* scope = item->parentItem();
+  while (scope && !scope->isFocusScope()) scope = scope->parentItem();
+  return scope;
+}
+
+bool isPointersReason(const QQuickItem& item) {
+  const QVariant reason = item.property("focusReason");
+  return reason.isValid() && reason.toInt() == Qt::MouseFocusReason;
+}
+
 }  // namespace
 
 QString KeyboardFocus::focusedName(QQuickItem* content) {
-  const QQuickWindow* const window = content ? content->window() : nullptr;
-  const QQuickItem* const focused = window ? window->activeFocusItem() : nullptr;
-  return focused ? focused->objectName() : QString();
+  const QQuickItem* const focused = focusedItem(content);
+  if (!focused) return {};
+  if (!focused->objectName().isEmpty()) return focused->objectName();
+  const QQuickItem* const scope = scopeAround(focused);
+  return scope ? scope->objectName() : QString();
 }
 
-void KeyboardFocus::focus(QQuickItem* content, const QString& name) {
+int KeyboardFocus::focusedCursor(QQuickItem* content) {
+  const QQuickItem* const focused = focusedItem(content);
+  const QVariant cursor = focused ? focused->property("cursorPosition") : QVariant();
+  return cursor.isValid() ? cursor.toInt() : -1;
+}
+
+void KeyboardFocus::focus(QQuickItem* content, const QString& name, int cursor) {
   const QQuickWindow* const window = content ? content->window() : nullptr;
   if (!window || name.isEmpty()) return;
-  if (QQuickItem* const item = lastOfName(window->contentItem(), name)) {
-    item->forceActiveFocus(Qt::OtherFocusReason);
-  }
+  QQuickItem* const item = lastOfName(window->contentItem(), name);
+  if (!item) return;
+  item->forceActiveFocus(Qt::OtherFocusReason);
+  QQuickItem* const focused = window->activeFocusItem();
+  if (cursor >= 0 && focused && focused->property("cursorPosition").isValid())
+    focused->setProperty("cursorPosition", cursor);
+}
+
+QRectF KeyboardFocus::focusedByKeyboard(QQuickItem* content) {
+  const QQuickItem* const focused = focusedItem(content);
+  if (!focused || !content->isAncestorOf(focused) || isPointersReason(*focused)) return {};
+  return focused->mapRectToItem(content, focused->boundingRect());
 }
 
 void KeyboardFocus::gather(QQuickItem* scope) {

@@ -9,6 +9,8 @@ ComboBox {
     id: picker
 
     required property string caption
+    // Off where the caption stands beside the field.
+    property bool showsCaption: true
 
     textRole: "label"
     valueRole: "name"
@@ -27,13 +29,14 @@ ComboBox {
         Text {
             id: captionText
 
+            visible: picker.showsCaption
             text: picker.caption
             textFormat: Text.PlainText
             font: OstrelFont.system(12)
             color: OstrelTheme.ink3
         }
         Text {
-            width: Math.min(implicitWidth, Math.max(0, picker.availableWidth - captionText.width - 6))
+            width: Math.min(implicitWidth, Math.max(0, picker.availableWidth - (picker.showsCaption ? captionText.width + 6 : 0)))
             text: picker.displayText
             textFormat: Text.PlainText
             elide: Text.ElideRight

@@ -1,36 +1,29 @@
-#include "ui/settings/SettingsModel.h"
-
-#include "ui/views/Choices.h"
+#include "ui/settings/AppearanceSettingsModel.h"
 
 namespace korvantis {
 
-void SettingsModel::setLook(LookStore* look) {
+void AppearanceSettingsModel::setLook(LookStore* look) {
   if (look_ == look) return;
   if (look_) look_->disconnect(this);
   look_ = look;
   if (look_) {
-    connect(look_, &LookStore::systemIsDarkChanged, this, &SettingsModel::systemLookTextChanged);
-    connect(look_, &LookStore::themeModeChanged, this, &SettingsModel::themeModeTextChanged);
+    connect(look_, &LookStore::systemIsDarkChanged, this,
+            &AppearanceSettingsModel::systemLookTextChanged);
+    connect(look_, &LookStore::themeModeChanged, this,
+            &AppearanceSettingsModel::themeModeTextChanged);
   }
   emit lookChanged();
   emit systemLookTextChanged();
   emit themeModeTextChanged();
 }
 
-QList<Choice> SettingsModel::themeModes() const {
-  return Choices::themeModes();
-}
-QList<Choice> SettingsModel::intervals() const {
-  return Choices::intervals();
-}
-
-QString SettingsModel::systemLookText() const {
+QString AppearanceSettingsModel::systemLookText() const {
   if (!look_) return {};
   return look_->systemIsDark() ? QStringLiteral("macOS System is currently Dark")
                                : QStringLiteral("macOS System is currently Light");
 }
 
-QString SettingsModel::themeModeText() const {
+QString AppearanceSettingsModel::themeModeText() const {
   if (!look_) return {};
   switch (look_->themeMode()) {
     case AppThemeMode::system: return QStringLiteral("Matches macOS automatically");

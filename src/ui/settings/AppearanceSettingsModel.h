@@ -1,22 +1,18 @@
 #pragma once
 
-#include <QList>
 #include <QObject>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
 #include "state/LookStore.h"
-#include "ui/views/Choice.h"
 
 namespace korvantis {
 
-/// What the settings sheet offers and says. Main thread.
-class SettingsModel : public QObject {
+/// What the settings say of the look. Main thread.
+class AppearanceSettingsModel : public QObject {
   Q_OBJECT
   QML_ELEMENT
   Q_PROPERTY(korvantis::LookStore* look READ look WRITE setLook NOTIFY lookChanged REQUIRED FINAL)
-  Q_PROPERTY(QList<korvantis::Choice> themeModes READ themeModes CONSTANT FINAL)
-  Q_PROPERTY(QList<korvantis::Choice> intervals READ intervals CONSTANT FINAL)
   Q_PROPERTY(QString systemLookText READ systemLookText NOTIFY systemLookTextChanged FINAL)
   Q_PROPERTY(QString themeModeText READ themeModeText NOTIFY themeModeTextChanged FINAL)
 
@@ -27,10 +23,6 @@ class SettingsModel : public QObject {
   /// The store that is shown; it must outlive the model.
   void setLook(LookStore* look);
 
-  /// The looks to choose from.
-  QList<Choice> themeModes() const;
-  /// The seconds between ticks to choose from.
-  QList<Choice> intervals() const;
   /// What the system's own look is.
   QString systemLookText() const;
   /// What the chosen look means.
