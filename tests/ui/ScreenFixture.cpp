@@ -170,6 +170,20 @@ void ScreenFixture::setLanguage(const QString& name) {
   QLocale::setDefault(name.isEmpty() ? QLocale::system() : QLocale(name));
 }
 
+void ScreenFixture::setHistory(int rows, double lastStart, int applications) {
+  scripted_->readings = makeReadings(rows, static_cast<std::int64_t>(lastStart));
+  scripted_->summaries = makeSummaries(applications);
+}
+
+void ScreenFixture::setLedgerName(int index, const QString& name) {
+  scripted_->summaries.at(static_cast<std::size_t>(index)).name = name.toStdString();
+}
+
+void ScreenFixture::setExportSucceeds(bool succeeds) {
+  scripted_->exported.reset();
+  if (succeeds) scripted_->exported = {"/downloads/readings.csv", "/downloads/usage.csv"};
+}
+
 void ScreenFixture::tick() {
   scripted_->tick();
 }

@@ -26,6 +26,8 @@ class ScreenFixture : public QObject {
   Q_PROPERTY(QList<double> timerPeriods READ timerPeriods FINAL)
   Q_PROPERTY(QStringList sent READ sent FINAL)
   Q_PROPERTY(QStringList enabledReadouts READ enabledReadouts FINAL)
+  Q_PROPERTY(int historyLoads READ historyLoads FINAL)
+  Q_PROPERTY(int exports READ exports FINAL)
 
  public:
   using QObject::QObject;
@@ -34,6 +36,11 @@ class ScreenFixture : public QObject {
   int ticks() const { return scripted_->ticks; }
   /// Everything that was asked to stop, one word each, such as "quit:daemon:app" or "kill:7".
   QString stopped() const;
+
+  /// How often the history was loaded, the start of the store included.
+  int historyLoads() const { return static_cast<int>(scripted_->readingLoads.size()); }
+  /// How often it was exported.
+  int exports() const { return scripted_->exports; }
 
   /// The speeds that were wished for fans, such as "0:1300" or "0:auto".
   QString fanWishes() const;
@@ -86,6 +93,13 @@ class ScreenFixture : public QObject {
   Q_INVOKABLE void setSystemCPU(double percent);
   /// Delivers the briefs that are on their way.
   Q_INVOKABLE void runBackground();
+  /// With the next load the history has so many rows, the newest at `lastStart`, and so many
+  /// applications.
+  Q_INVOKABLE void setHistory(int rows, double lastStart, int applications);
+  /// The name of the application at that place of the ledger, with the next load.
+  Q_INVOKABLE void setLedgerName(int index, const QString& name);
+  /// Whether an export succeeds.
+  Q_INVOKABLE void setExportSucceeds(bool succeeds);
   Q_INVOKABLE void tick();
 
  signals:

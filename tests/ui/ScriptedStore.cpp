@@ -18,8 +18,15 @@ MonitorStoreCalls ScriptedStore::calls() {
     ++ticks;
     return next;
   };
-  calls.engine.loadReadings = [](Instant) { return std::vector<Reading>{}; };
-  calls.engine.loadAppSummaries = [](Instant) { return std::vector<HistoricalAppSummary>{}; };
+  calls.engine.loadReadings = [this](Instant since) {
+    readingLoads.push_back(since);
+    return loadReadings(since);
+  };
+  calls.engine.loadAppSummaries = [this](Instant since) { return loadAppSummaries(since); };
+  calls.engine.exportCSVToDownloads = [this](Instant) {
+    ++exports;
+    return exported;
+  };
   calls.engine.quitAppGroup = [this](const AppGroup& group, bool force) {
     quitGroups.emplace_back(group.id, force);
     return true;
@@ -39,7 +46,7 @@ MonitorStoreCalls ScriptedStore::calls() {
   };
   calls.mainRunLoop.async = [](const std::function<void()>& task) { task(); };
   calls.mainRunLoop.asyncAfter = [](double, const std::function<void()>&) {};
-  calls.clock.now = [] { return 1000.0; };
+  calls.clock.now = [this] { return now; };
   calls.userDefaults.stringForKey = [](const std::string&) { return std::nullopt; };
   calls.userDefaults.setString = [](const std::string&, const std::string&) {};
   if (!settingsPath.empty()) calls.userDefaults = qtUserDefaultsCalls(settingsPath);
@@ -98,6 +105,30 @@ ProcessSample makeProcess(std::int32_t pid, const std::string& name) {
   process.name = name;
   process.startedAt = Instant{static_cast<double>(pid)};
   return process;
+}
+
+std::vector<Reading> makeReadings(int count, std::int64_t lastStart) {
+  std::vector<Reading> readings;
+  for (int number = 1; number <= count; ++number) {
+    Reading reading;
+    reading.start = lastStart - 300 * (count - number);
+    reading.cpuPercentAvg = number;
+    reading.cpuPercentPeak = number + 10;
+    readings.push_back(reading);
+  }
+  return readings;
+}
+
+std::vector<HistoricalAppSummary> makeSummaries(int count) {
+  std::vector<HistoricalAppSummary> summaries;
+  for (int number = 1; number <= count; ++number) {
+    HistoricalAppSummary summary;
+    summary.name = "Application " + std::to_string(number);
+    summary.appID = "daemon:" + summary.name;
+    summary.energyJoules = 3600.0 * number;
+    summaries.push_back(summary);
+  }
+  return summaries;
 }
 
 std::vector<Insight> makeInsights(int count) {

@@ -10,6 +10,10 @@
 
 #include "core/EngineSnapshot.h"
 #include "core/HardwareInfo.h"
+#include "core/HistoricalAppSummary.h"
+#include "core/Instant.h"
+#include "core/Reading.h"
+#include "history/ExportedCSVFiles.h"
 #include "state/MonitorStore.h"
 #include "support/ScriptedAudio.h"
 
@@ -33,6 +37,19 @@ struct ScriptedStore {
   std::string settingsPath;
   /// What briefs made the outside do: "program", "request" or "open".
   std::vector<std::string> sent;
+  /// The clock, in seconds since 1970.
+  double now = 1000;
+  /// What the history answers, whatever the range; a test may put a real one in its place.
+  std::vector<Reading> readings;
+  std::vector<HistoricalAppSummary> summaries;
+  std::function<std::vector<Reading>(Instant)> loadReadings = [this](Instant) { return readings; };
+  std::function<std::vector<HistoricalAppSummary>(Instant)> loadAppSummaries = [this](Instant) {
+    return summaries;
+  };
+  /// From when on the readings were loaded, each time.
+  std::vector<Instant> readingLoads;
+  std::optional<ExportedCSVFiles> exported;
+  int exports = 0;
 
   /// Made on first use, from what was scripted up to then.
   MonitorStore& store();
@@ -62,6 +79,13 @@ AppGroup makeGroup(const std::string& name, std::vector<ProcessSample> processes
 
 /// A process with that pid and name, begun at second `pid`.
 ProcessSample makeProcess(std::int32_t pid, const std::string& name);
+
+/// So many rows of the history, five minutes apart, the last one at `lastStart`; the load of the
+/// processor rises by 1 from row to row, its peaks are 10 above.
+std::vector<Reading> makeReadings(int count, std::int64_t lastStart);
+
+/// So many applications of the ledger, such as "Application 1".
+std::vector<HistoricalAppSummary> makeSummaries(int count);
 
 /// So many findings of different targets, the newest last.
 std::vector<Insight> makeInsights(int count);
