@@ -10,6 +10,7 @@
 
 #include "analysis/AgentTokenLogs.h"
 #include "analysis/AgentTools.h"
+#include "analysis/OrdinaryPID.h"
 #include "analysis/PathNames.h"
 #include "analysis/PlanLimits.h"
 #include "analysis/StableMergeSort.h"
@@ -23,8 +24,6 @@ constexpr double tokenScanIntervalSeconds = 30.0;
 constexpr double workingPercent = 3.5;
 constexpr double waitingPercent = 0.4;
 constexpr std::size_t mostChildNames = 5;
-/// Pid 0 is the kernel and pid 1 starts everything: what they started are nobody's children.
-constexpr std::int32_t firstOrdinaryPID = 2;
 
 struct Agent {
   const ProcessSample* process;
@@ -40,11 +39,13 @@ std::string placeOf(const ProcessSample& process) {
 
 /// One Cursor for each place, since each of its windows is a process; of every other tool each
 /// process is an agent of its own.
-std::vector<Agent> agentsAmong(const std::vector<ProcessSample>& processes) {
+std::vector<Agent> agentsAmong(const std::vector<ProcessSample>& processes,
+                               const TextFacts<std::string_view>& tools) {
   std::vector<Agent> agents;
   std::unordered_set<std::string> placesOfCursor;
-  for (const ProcessSample& process : processes) {
-    const std::string_view tool = agentToolOf(process);
+  for (std::size_t index = 0; index < processes.size(); ++index) {
+    const ProcessSample& process = processes[index];
+    const std::string_view tool = tools[index];
     if (tool.empty()) continue;
     if (tool == "Cursor" && !placesOfCursor.insert(placeOf(process)).second) continue;
     agents.push_back({&process, tool});
@@ -59,6 +60,7 @@ ChildrenByPID childrenOf(const std::vector<Agent>& agents,
   for (const Agent& agent : agents) children.try_emplace(agent.process->pid);
   if (children.empty()) return children;
   for (const ProcessSample& process : processes) {
+    // What the kernel and the first process started are nobody's children.
     if (process.ppid < firstOrdinaryPID) continue;
     const auto parent = children.find(process.ppid);
     if (parent != children.end()) parent->second.push_back(&process);
@@ -107,9 +109,12 @@ AgentScanner::Scan AgentScanner::scanAgentsAndLimits(const std::vector<ProcessSa
   std::unique_lock guard(lock);
   const AgentTokens claudeTokens = cachedClaudeTokens;
   const AgentTokens codexTokens = cachedCodexTokens;
+  // Taken, not copied: a second caller at the same time reads the texts for itself.
+  TextFacts<std::string_view> known = std::exchange(knownTools, {});
   guard.unlock();
 
-  const std::vector<Agent> agents = agentsAmong(processes);
+  TextFacts tools(processes, std::move(known), agentToolOf);
+  const std::vector<Agent> agents = agentsAmong(processes, tools);
   const ChildrenByPID children = childrenOf(agents, processes);
   const std::string home = repairedUtf8(homeDir);
   Scan scan;
@@ -127,6 +132,9 @@ AgentScanner::Scan AgentScanner::scanAgentsAndLimits(const std::vector<ProcessSa
     return first.cpuPercent > second.cpuPercent;
   });
   scan.planLimits = planLimits(claudeTokens, codexTokens);
+  guard.lock();
+  std::swap(knownTools, tools);
+  guard.unlock();
   return scan;
 }
 

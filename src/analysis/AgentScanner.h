@@ -2,9 +2,11 @@
 
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "analysis/AgentTokens.h"
+#include "analysis/TextFacts.h"
 #include "core/AgentSession.h"
 #include "core/PlanLimitStatus.h"
 #include "core/ProcessSample.h"
@@ -51,6 +53,8 @@ class AgentScanner {
   AgentTokens cachedCodexTokens{.today = 96400, .week = 680000};
   /// Seconds since 1970.
   double lastTokenScanTime = 0;
+  /// Which agent each process of the last tick was taken for. Spares work and changes no result.
+  TextFacts<std::string_view> knownTools;
 };
 
 }  // namespace korvantis

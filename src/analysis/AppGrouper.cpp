@@ -6,12 +6,12 @@
 #include <utility>
 
 #include "analysis/AppGroupOrder.h"
+#include "analysis/Buckets.h"
 #include "analysis/BundleSearch.h"
 #include "analysis/GroupBucket.h"
-#include "analysis/HelperRoleWords.h"
+#include "analysis/HelperRoles.h"
 #include "analysis/PathNames.h"
 #include "analysis/StableMergeSort.h"
-#include "core/LowerCase.h"
 #include "platform/PropertyValue.h"
 
 namespace korvantis {
@@ -68,24 +68,25 @@ GroupBucket loneBucket(const std::string& key, const ProcessSample& first) {
   return bucket;
 }
 
-/// The buckets in the order in which their first processes stand in the tick's list, so that
-/// groups that tie in every respect stand in a settled order as well.
-class BucketMap {
- public:
-  /// The bucket under `key`, made with `make(key)` if there is none yet.
-  template <typename Make>
-  GroupBucket& bucket(const std::string& key, const Make& make) {
-    const auto [entry, isNew] = indexByKey.try_emplace(key, list.size());
-    if (isNew) list.push_back(make(key));
-    return list[entry->second];
-  }
+ApplicationFacts applicationFacts(const ProcessSample& process) {
+  return {.ownBundle = AppGrouper::outermostAppBundlePath(process.executablePath),
+          .loneKey = "daemon:" + process.name,
+          .roleOfWords = roleOfWords(process)};
+}
 
-  const std::vector<GroupBucket>& buckets() const { return list; }
-
- private:
-  std::vector<GroupBucket> list;
-  std::unordered_map<std::string, std::size_t> indexByKey;
-};
+/// The groups in their order. A group is large, so it moves only once, to its place.
+std::vector<AppGroup> inOrder(std::vector<AppGroup> groups) {
+  std::vector<AppGroup*> order;
+  order.reserve(groups.size());
+  for (AppGroup& group : groups) order.push_back(&group);
+  stableMergeSort(order, [](const AppGroup* first, const AppGroup* second) {
+    return goesBefore(*first, *second);
+  });
+  std::vector<AppGroup> ordered;
+  ordered.reserve(groups.size());
+  for (AppGroup* group : order) ordered.push_back(std::move(*group));
+  return ordered;
+}
 
 }  // namespace
 
@@ -93,28 +94,38 @@ AppGrouper::AppGrouper(PropertyListCalls calls) : propertyLists(std::move(calls)
 
 std::vector<AppGroup> AppGrouper::group(const std::vector<ProcessSample>& processes,
                                         std::uint64_t totalMemoryBytes) {
-  const BundleSearch search(processes);
-  BucketMap map;
+  TextFacts facts(processes, takeKnownFacts(), applicationFacts);
+  const BundleSearch search(processes, facts);
+  Buckets<GroupBucket> buckets;
   for (std::size_t index = 0; index < processes.size(); ++index) {
     const ProcessSample& process = processes[index];
     const std::optional<std::string>& bundlePath = search.bundleOf(index);
-    GroupBucket& bucket =
-        bundlePath ? map.bucket(*bundlePath,
-                                [&](const std::string& path) {
-                                  return bundleBucket(path, metadata(path));
-                                })
-                   : map.bucket("daemon:" + process.name,
-                                [&](const std::string& key) { return loneBucket(key, process); });
-    bucket.processes.push_back(&process);
+    const std::string& key = bundlePath ? *bundlePath : facts[index].loneKey;
+    GroupBucket& bucket = buckets.at(key, [&] {
+      return bundlePath ? bundleBucket(key, metadata(key)) : loneBucket(key, process);
+    });
+    bucket.members.push_back({&process, facts[index].roleOfWords});
   }
 
   const double installedMemory =
       totalMemoryBytes == 0 ? 1.0 : static_cast<double>(totalMemoryBytes);
   std::vector<AppGroup> groups;
-  groups.reserve(map.buckets().size());
-  for (const GroupBucket& bucket : map.buckets()) groups.push_back(bucket.folded(installedMemory));
-  stableMergeSort(groups, goesBefore);
-  return groups;
+  groups.reserve(buckets.all().size());
+  for (const GroupBucket& bucket : buckets.all()) groups.push_back(bucket.folded(installedMemory));
+  keepFacts(std::move(facts));
+  return inOrder(std::move(groups));
+}
+
+/// Taken, not copied: a second caller at the same time reads the texts for itself.
+TextFacts<ApplicationFacts> AppGrouper::takeKnownFacts() {
+  const std::lock_guard guard(lock);
+  return std::exchange(knownFacts, {});
+}
+
+void AppGrouper::keepFacts(TextFacts<ApplicationFacts> facts) {
+  // Swapped, so that what another caller left here meanwhile is freed after the lock.
+  const std::lock_guard guard(lock);
+  std::swap(knownFacts, facts);
 }
 
 std::optional<std::string> AppGrouper::outermostAppBundlePath(std::string_view path) {
@@ -131,18 +142,7 @@ std::optional<std::string> AppGrouper::outermostAppBundlePath(std::string_view p
 
 HelperRole AppGrouper::classifyHelperRole(const ProcessSample& process, std::int32_t rootPID,
                                           const std::optional<std::string>& bundlePath) {
-  if (process.pid == rootPID) return HelperRole::main;
-  std::string haystack;
-  haystack.reserve(process.name.size() + process.executablePath.size() + process.arguments.size() +
-                   2);
-  haystack.append(process.name).append(" ").append(process.executablePath);
-  haystack.append(" ").append(process.arguments);
-  if (const auto role = helperRoleOfWords(lowerCased(std::move(haystack)))) return *role;
-  // A second instance of the main program is the main application as well.
-  const bool isMain = bundlePath &&
-                      process.executablePath.starts_with(*bundlePath + "/Contents/MacOS/") &&
-                      process.name == nameWithoutExtension(*bundlePath);
-  return isMain ? HelperRole::main : HelperRole::other;
+  return helperRole(process, roleOfWords(process), rootPID, bundlePath);
 }
 
 BundleMetadata AppGrouper::metadata(const std::string& bundlePath) {

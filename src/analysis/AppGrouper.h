@@ -8,7 +8,9 @@
 #include <unordered_map>
 #include <vector>
 
+#include "analysis/ApplicationFacts.h"
 #include "analysis/BundleMetadata.h"
+#include "analysis/TextFacts.h"
 #include "core/AppGroup.h"
 #include "core/HelperRole.h"
 #include "core/ProcessSample.h"
@@ -45,13 +47,17 @@ class AppGrouper {
 
  private:
   BundleMetadata metadata(const std::string& bundlePath);
+  TextFacts<ApplicationFacts> takeKnownFacts();
+  void keepFacts(TextFacts<ApplicationFacts> facts);
 
   PropertyListCalls propertyLists;
-  /// Guards `bundleCache` and nothing else; never held while a file is read.
+  /// Guards the fields below; never held while a file is read.
   std::mutex lock;
   /// Only ever grows: the tick must not touch the disk for a bundle that it has met, whether or not
   /// that bundle could be read.
   std::unordered_map<std::string, BundleMetadata> bundleCache;
+  /// What the texts of the last tick's processes told. Spares work and changes no result.
+  TextFacts<ApplicationFacts> knownFacts;
 };
 
 }  // namespace korvantis

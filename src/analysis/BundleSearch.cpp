@@ -1,28 +1,19 @@
 #include "analysis/BundleSearch.h"
 
-#include "analysis/AppGrouper.h"
+#include "analysis/OrdinaryPID.h"
 
 namespace korvantis {
 
 namespace {
-
 constexpr int mostAncestors = 6;
-/// Pid 0 is the kernel and pid 1 starts everything: neither says whose a process is.
-constexpr std::int32_t firstOrdinaryPID = 2;
-
-}  // namespace
-
-BundleSearch::BundleSearch(const std::vector<ProcessSample>& list) : processes(list) {
-  ownBundles.reserve(processes.size());
-  indexByPID.reserve(processes.size());
-  for (std::size_t index = 0; index < processes.size(); ++index) {
-    ownBundles.push_back(AppGrouper::outermostAppBundlePath(processes[index].executablePath));
-    indexByPID.insert_or_assign(processes[index].pid, index);
-  }
 }
 
+BundleSearch::BundleSearch(const std::vector<ProcessSample>& list,
+                           const TextFacts<ApplicationFacts>& factsOfList)
+    : processes(list), facts(factsOfList) {}
+
 const std::optional<std::string>& BundleSearch::bundleOf(std::size_t index) const {
-  if (ownBundles[index]) return ownBundles[index];
+  if (facts[index].ownBundle) return facts[index].ownBundle;
   const ProcessSample& process = processes[index];
   const std::optional<std::string>& responsible = responsibleBundle(process);
   return responsible ? responsible : ancestorBundle(process);
@@ -31,17 +22,17 @@ const std::optional<std::string>& BundleSearch::bundleOf(std::size_t index) cons
 const std::optional<std::string>& BundleSearch::responsibleBundle(
     const ProcessSample& process) const {
   if (process.responsiblePID <= 0 || process.responsiblePID == process.pid) return noBundle;
-  const auto found = indexByPID.find(process.responsiblePID);
-  return found == indexByPID.end() ? noBundle : ownBundles[found->second];
+  const auto index = facts.indexOf(process.responsiblePID);
+  return index ? facts[*index].ownBundle : noBundle;
 }
 
 const std::optional<std::string>& BundleSearch::ancestorBundle(const ProcessSample& process) const {
   std::int32_t pid = process.ppid;
   for (int looked = 0; looked < mostAncestors && pid >= firstOrdinaryPID; ++looked) {
-    const auto found = indexByPID.find(pid);
-    if (found == indexByPID.end()) break;
-    if (ownBundles[found->second]) return ownBundles[found->second];
-    const std::int32_t parent = processes[found->second].ppid;
+    const auto index = facts.indexOf(pid);
+    if (!index) break;
+    if (facts[*index].ownBundle) return facts[*index].ownBundle;
+    const std::int32_t parent = processes[*index].ppid;
     if (parent == pid) break;
     pid = parent;
   }

@@ -4,9 +4,10 @@
 #include <array>
 #include <cstddef>
 #include <iterator>
+#include <span>
 #include <utility>
 
-#include "analysis/AppGrouper.h"
+#include "analysis/HelperRoles.h"
 #include "core/EnumerationTable.h"
 #include "core/HelperShare.h"
 
@@ -15,7 +16,7 @@ namespace korvantis {
 namespace {
 
 /// A process and the role that it got; the record itself is copied only once, at its final place.
-struct Member {
+struct RankedMember {
   const ProcessSample* process;
   HelperRole role;
 };
@@ -32,7 +33,7 @@ void addFigures(AppGroup& group, const ProcessSample& process) {
 }
 
 /// One row for each role that a member has, in the order of the roles.
-std::vector<HelperShare> sharesOf(const std::vector<Member>& members) {
+std::vector<HelperShare> sharesOf(const std::vector<RankedMember>& members) {
   constexpr auto roles = allCases<HelperRole>();
   std::array<HelperShare, roles.size()> shares;
   for (const auto& [process, role] : members) {
@@ -50,10 +51,11 @@ std::vector<HelperShare> sharesOf(const std::vector<Member>& members) {
 }
 
 /// The records of `members` with their roles, largest memory first, equals as they stood.
-std::vector<ProcessSample> byMemory(std::vector<Member> members) {
-  std::stable_sort(members.begin(), members.end(), [](const Member& first, const Member& second) {
-    return first.process->memoryBytes > second.process->memoryBytes;
-  });
+std::vector<ProcessSample> byMemory(std::vector<RankedMember> members) {
+  std::stable_sort(members.begin(), members.end(),
+                   [](const RankedMember& first, const RankedMember& second) {
+                     return first.process->memoryBytes > second.process->memoryBytes;
+                   });
   std::vector<ProcessSample> processes;
   processes.reserve(members.size());
   for (const auto& [process, role] : members) {
@@ -66,16 +68,16 @@ std::vector<ProcessSample> byMemory(std::vector<Member> members) {
 }  // namespace
 
 std::int32_t GroupBucket::rootPID() const {
-  if (processes.empty()) return -1;
-  const std::string mainFolder = bundlePath.value_or("") + "/Contents/MacOS/";
-  const auto isMain = [&](const ProcessSample& process) {
-    return bundlePath && process.executablePath.starts_with(mainFolder);
-  };
-  const ProcessSample* root = processes.front();
-  for (const ProcessSample* candidate : processes) {
-    const bool isCandidateMain = isMain(*candidate);
-    const bool decidedByPlace = isCandidateMain != isMain(*root);
-    if (decidedByPlace ? isCandidateMain : candidate->pid < root->pid) root = candidate;
+  if (members.empty()) return -1;
+  const ProcessSample* root = members.front().process;
+  bool isRootMain = bundlePath && liesInMainFolder(root->executablePath, *bundlePath);
+  for (const GroupMember& member : std::span(members).subspan(1)) {
+    const ProcessSample* const candidate = member.process;
+    const bool isMain = bundlePath && liesInMainFolder(candidate->executablePath, *bundlePath);
+    const bool goesOver = isMain == isRootMain ? candidate->pid < root->pid : isMain;
+    if (!goesOver) continue;
+    root = candidate;
+    isRootMain = isMain;
   }
   return root->pid;
 }
@@ -88,16 +90,16 @@ AppGroup GroupBucket::folded(double installedMemory) const {
   group.bundlePath = bundlePath;
   group.bundleIdentifier = bundleIdentifier;
   const std::int32_t root = rootPID();
-  std::vector<Member> members;
-  members.reserve(processes.size());
-  for (const ProcessSample* process : processes) {
-    members.push_back({process, AppGrouper::classifyHelperRole(*process, root, bundlePath)});
+  std::vector<RankedMember> ranked;
+  ranked.reserve(members.size());
+  for (const auto& [process, role] : members) {
+    ranked.push_back({process, helperRole(*process, role, root, bundlePath)});
     addFigures(group, *process);
   }
   const double share = static_cast<double>(group.memoryBytes) / installedMemory * 100.0;
   group.memoryPercent = std::min(share, 100.0);
-  group.helperShares = sharesOf(members);
-  group.processes = byMemory(std::move(members));
+  group.helperShares = sharesOf(ranked);
+  group.processes = byMemory(std::move(ranked));
   return group;
 }
 

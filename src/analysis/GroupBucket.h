@@ -7,9 +7,16 @@
 
 #include "core/AppGroup.h"
 #include "core/AppGroupKind.h"
+#include "core/HelperRole.h"
 #include "core/ProcessSample.h"
 
 namespace korvantis {
+
+/// A process of a group, and the role that its words give away; refers to the tick's list.
+struct GroupMember {
+  const ProcessSample* process;
+  std::optional<HelperRole> role;
+};
 
 /// The processes of one group while a tick is being sorted out; refers to the tick's list.
 struct GroupBucket {
@@ -20,7 +27,10 @@ struct GroupBucket {
   std::optional<std::string> bundlePath;
   std::optional<std::string> bundleIdentifier;
   /// In the order of the tick's list.
-  std::vector<const ProcessSample*> processes;
+  std::vector<GroupMember> members;
+
+  /// What tells this bucket from others.
+  const std::string& key() const { return id; }
 
   /// The pid of the process that stands for the application itself: one that lies where the
   /// bundle keeps its main program goes over one that doesn't, then the lower pid counts. -1 for

@@ -19,6 +19,9 @@ struct ProjectBucket {
   /// In the order of the tick's list.
   std::vector<const ContainerSample*> containers;
 
+  /// What tells this bucket from others.
+  const std::string& key() const { return path; }
+
   /// The project made of this bucket. `installedMemory`, in bytes and above 0, is what its memory
   /// is a share of.
   DevProject folded(double installedMemory) const;

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <utility>
 
+#include "analysis/Buckets.h"
 #include "analysis/PathNames.h"
 #include "analysis/ProjectBucket.h"
 #include "core/Utf8.h"
@@ -14,32 +15,24 @@ namespace {
 
 constexpr std::size_t mostFolders = 8;
 
-/// The projects of a tick in the order in which their first process or container stands, so that
-/// projects of equal size stand in a settled order.
-class ProjectBuckets {
- public:
-  ProjectBucket& at(const std::string& path) {
-    const auto [entry, isNew] = indexByPath.try_emplace(path, list.size());
-    if (isNew) list.push_back({.path = path, .processes = {}, .containers = {}});
-    return list[entry->second];
-  }
+ProjectBucket& bucketAt(Buckets<ProjectBucket>& buckets, const std::string& path) {
+  return buckets.at(
+      path, [&path] { return ProjectBucket{.path = path, .processes = {}, .containers = {}}; });
+}
 
-  /// The projects made of the buckets, largest memory first.
-  std::vector<DevProject> folded(double installedMemory) const {
-    std::vector<DevProject> projects;
-    projects.reserve(list.size());
-    for (const ProjectBucket& bucket : list) projects.push_back(bucket.folded(installedMemory));
-    std::stable_sort(projects.begin(), projects.end(),
-                     [](const DevProject& first, const DevProject& second) {
-                       return first.memoryBytes > second.memoryBytes;
-                     });
-    return projects;
+/// The projects made of the buckets, largest memory first.
+std::vector<DevProject> folded(const Buckets<ProjectBucket>& buckets, double installedMemory) {
+  std::vector<DevProject> projects;
+  projects.reserve(buckets.all().size());
+  for (const ProjectBucket& bucket : buckets.all()) {
+    projects.push_back(bucket.folded(installedMemory));
   }
-
- private:
-  std::vector<ProjectBucket> list;
-  std::unordered_map<std::string, std::size_t> indexByPath;
-};
+  std::stable_sort(projects.begin(), projects.end(),
+                   [](const DevProject& first, const DevProject& second) {
+                     return first.memoryBytes > second.memoryBytes;
+                   });
+  return projects;
+}
 
 }  // namespace
 
@@ -99,20 +92,20 @@ std::optional<std::string> ProjectLocator::walkUpFrom(std::string folder) {
 std::vector<DevProject> ProjectLocator::groupProjects(
     std::vector<ProcessSample>& processes, const std::vector<ContainerSample>& containers,
     std::uint64_t totalMemoryBytes) {
-  ProjectBuckets buckets;
+  Buckets<ProjectBucket> buckets;
   for (ProcessSample& process : processes) {
     std::optional<std::string> root = locateProjectRoot(process.workingDirectory);
     if (!root) continue;
     process.projectPath = std::move(root);
-    buckets.at(*process.projectPath).processes.push_back(&process);
+    bucketAt(buckets, *process.projectPath).processes.push_back(&process);
   }
   for (const ContainerSample& container : containers) {
     // A container keeps a project of its own even where no marker lies.
     std::optional<std::string> place = locateProjectRoot(container.workingDirectory);
     if (!place) place = container.workingDirectory;
-    if (place && !place->empty()) buckets.at(*place).containers.push_back(&container);
+    if (place && !place->empty()) bucketAt(buckets, *place).containers.push_back(&container);
   }
-  return buckets.folded(totalMemoryBytes == 0 ? 1.0 : static_cast<double>(totalMemoryBytes));
+  return folded(buckets, totalMemoryBytes == 0 ? 1.0 : static_cast<double>(totalMemoryBytes));
 }
 
 }  // namespace korvantis

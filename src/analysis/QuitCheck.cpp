@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "analysis/OrdinaryPID.h"
 #include "core/FixedDecimals.h"
 #include "core/OstrelFormat.h"
 
@@ -19,7 +20,6 @@ constexpr double busyWriterBytesPerSec = 100000.0;
 constexpr double busyWritingProcessBytesPerSec = 50000.0;
 constexpr double busyCPUPercent = 25.0;
 constexpr std::size_t mostPortsNamed = 4;
-constexpr std::int32_t firstOrdinaryPID = 2;
 
 bool isCritical(const std::string& name) {
   return std::find(criticalSystemNames.begin(), criticalSystemNames.end(), name) !=

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <optional>
 #include <string>
-#include <unordered_set>
 #include <utility>
 
 #include "analysis/PathNames.h"
@@ -18,12 +17,30 @@ constexpr double busyPercent = 1.0;
 using QuietSince = std::unordered_map<std::int32_t, Instant>;
 using NamesByPID = std::unordered_map<std::int32_t, const std::string*>;
 
-/// The application's name of each process; refers to the groups.
-NamesByPID namesOfApplications(const std::vector<AppGroup>& appGroups) {
+/// A process that holds service ports.
+struct Server {
+  const ProcessSample* process;
+  std::vector<std::uint16_t> ports;
+};
+
+std::vector<Server> serversAmong(const std::vector<ProcessSample>& processes) {
+  std::vector<Server> servers;
+  for (const ProcessSample& process : processes) {
+    std::vector<std::uint16_t> ports = process.servicePorts();
+    if (!ports.empty()) servers.push_back({&process, std::move(ports)});
+  }
+  return servers;
+}
+
+/// The application's name of each server, where it has one; refers to the groups.
+NamesByPID namesOfApplications(const std::vector<Server>& servers,
+                               const std::vector<AppGroup>& appGroups) {
   NamesByPID names;
+  for (const Server& server : servers) names.try_emplace(server.process->pid, nullptr);
   for (const AppGroup& group : appGroups) {
     for (const ProcessSample& process : group.processes) {
-      names.insert_or_assign(process.pid, &group.name);
+      const auto name = names.find(process.pid);
+      if (name != names.end()) name->second = &group.name;
     }
   }
   return names;
@@ -58,8 +75,8 @@ ListeningPortItem portRow(const ProcessSample& process, const NamesByPID& appNam
   ListeningPortItem row;
   row.pid = process.pid;
   row.processName = process.name;
-  const auto appName = appNames.find(process.pid);
-  row.appName = appName == appNames.end() ? process.name : *appName->second;
+  const std::string* const appName = appNames.at(process.pid);
+  row.appName = appName == nullptr ? process.name : *appName;
   if (process.projectPath) row.projectName = lastPathComponent(*process.projectPath);
   row.projectPath = process.projectPath;
   row.memoryBytes = process.memoryBytes;
@@ -85,17 +102,15 @@ ServerWatcher::ServerWatcher(Clock clockCalls) : clock(std::move(clockCalls)) {}
 ServerWatcher::Evaluation ServerWatcher::evaluate(const std::vector<ProcessSample>& processes,
                                                   const std::vector<AppGroup>& appGroups) {
   const Instant now{clock.now()};
-  const NamesByPID appNames = namesOfApplications(appGroups);
+  const std::vector<Server> servers = serversAmong(processes);
+  const NamesByPID appNames = namesOfApplications(servers, appGroups);
   std::unique_lock guard(lock);
   QuietSince quietSince = quietSinceByPID;
   guard.unlock();
 
-  std::unordered_set<std::int32_t> seen;
   Evaluation evaluation;
-  for (const ProcessSample& process : processes) {
-    const std::vector<std::uint16_t> ports = process.servicePorts();
-    if (ports.empty()) continue;
-    seen.insert(process.pid);
+  for (const auto& [server, ports] : servers) {
+    const ProcessSample& process = *server;
     ListeningPortItem row = portRow(process, appNames);
     if (process.projectPath) {
       const std::optional<double> quiet = secondsQuiet(process, now, quietSince);
@@ -110,7 +125,7 @@ ServerWatcher::Evaluation ServerWatcher::evaluate(const std::vector<ProcessSampl
     }
   }
 
-  std::erase_if(quietSince, [&](const auto& entry) { return !seen.contains(entry.first); });
+  std::erase_if(quietSince, [&](const auto& entry) { return !appNames.contains(entry.first); });
   guard.lock();
   quietSinceByPID.swap(quietSince);
   guard.unlock();

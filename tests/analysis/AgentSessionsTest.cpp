@@ -202,5 +202,19 @@ TEST_F(AgentSessions, AllToolsButCodexShowClaudesTokens) {
   EXPECT_EQ(codex.tokensWeek, 680000);
 }
 
+TEST_F(AgentSessions, AProcessThatChangesItsTextsIsJudgedAnewAtEachTick) {
+  ProcessSample process = processNamed(10, "node");
+  EXPECT_TRUE(scan({process}).sessions.empty());
+  process.arguments = "node /opt/claude/cli.js";
+  EXPECT_EQ(scan({process}).sessions.at(0).toolName, "Claude Code");
+  process.arguments = "node /opt/codex/cli.js";
+  EXPECT_EQ(scan({process}).sessions.at(0).toolName, "Codex CLI");
+  process.arguments = "";
+  process.executablePath = "/x/Cursor.app/Contents/MacOS/Cursor";
+  EXPECT_EQ(scan({process}).sessions.at(0).toolName, "Cursor");
+  process.helperRole = HelperRole::renderer;
+  EXPECT_TRUE(scan({process}).sessions.empty());
+}
+
 }  // namespace
 }  // namespace korvantis

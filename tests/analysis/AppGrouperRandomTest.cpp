@@ -279,6 +279,20 @@ TEST(AppGrouperRandom, RolesFollowFromTheRootOfTheGroup) {
   });
 }
 
+TEST(AppGrouperRandom, WhatIsRememberedOfTheLastTickChangesNoResult) {
+  // Pids repeat from tick to tick with other texts, and within a tick.
+  PropertyListCalls lists;
+  lists.dictionaryWithContentsOfFile = [](const std::string&) { return std::nullopt; };
+  AppGrouper remembering(lists);
+  RandomTicks ticks(11);
+  for (int round = 0; round < 300; ++round) {
+    const std::vector<ProcessSample> processes = ticks.next();
+    const auto expected = AppGrouper(lists).group(processes, totalMemory);
+    ASSERT_EQ(remembering.group(processes, totalMemory), expected);
+    ASSERT_EQ(remembering.group(processes, totalMemory), expected) << "with the same texts";
+  }
+}
+
 TEST(AppGrouperRandom, OrderAgreesWithASecondWritingOfTheRule) {
   std::size_t circles = 0;
   forRandomTicks([&circles](const auto& processes, const auto& groups) {

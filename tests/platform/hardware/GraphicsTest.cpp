@@ -1,3 +1,4 @@
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <thread>
@@ -121,8 +122,12 @@ TEST(Graphics, AccumulatedTimeNeverFallsForOneClient) {
   tree.seconds = tree.seconds + 2;
   tree.write("proc/450/fdinfo/8",
              "drm-driver:\tpanfrost\ndrm-client-id:\t4\ndrm-engine-fragment:\t5 ns\n");
-  EXPECT_THAT(tree.graphicsClients(), ElementsAre(Pair("pid 450, kiosk", 5)))
-      << "another client under the same descriptor";
+  EXPECT_THAT(tree.graphicsClients(), ElementsAre(Pair("pid 450, kiosk", 0)))
+      << "another client under the same descriptor counts from now on";
+  tree.seconds = tree.seconds + 2;
+  tree.write("proc/450/fdinfo/8",
+             "drm-driver:\tpanfrost\ndrm-client-id:\t4\ndrm-engine-fragment:\t9 ns\n");
+  EXPECT_THAT(tree.graphicsClients(), ElementsAre(Pair("pid 450, kiosk", 4)));
 }
 
 TEST(Graphics, TwoCardsHaveTheirOwnFiguresAndTheNamedOneComesFirst) {
@@ -188,14 +193,74 @@ TEST(Graphics, AClientThatEndsIsGoneAtOnce) {
   EXPECT_THAT(tree.graphicsClients(), IsEmpty());
 }
 
-TEST(Graphics, ASecondDescriptorTakesOverWhenTheFirstIsClosed) {
+const std::string intelHead = "drm-driver:\ti915\ndrm-pdev:\t0000:00:02.0\ndrm-client-id:\t";
+
+TEST(Graphics, ASecondDescriptorTakesOverAtOnceWhenTheFirstIsClosed) {
   HardwareTree tree("intel-laptop");
   EXPECT_EQ(tree.graphicsClients().at("pid 1200, browser"), 1'200'000'000);
   tree.write("proc/1200/fdinfo/9", "");
+  tree.write("proc/1200/fdinfo/12", intelHead + "42\ndrm-engine-render:\t1500000000 ns\n");
   tree.seconds = tree.seconds + 2;
-  EXPECT_EQ(tree.graphicsClients().count("pid 1200, browser"), 0U);
-  tree.seconds = tree.seconds + 2;
+  EXPECT_EQ(tree.graphicsClients().at("pid 1200, browser"), 1'500'000'000);
+  EXPECT_THAT(tree.services("IOAccelerator"), ElementsAre(withStatistics(statistics(15, 1 << 20))))
+      << "the card's load goes on as well";
+}
+
+TEST(Graphics, ADescriptorThatTakesOverBesideOtherClientsMakesNoJump) {
+  HardwareTree tree("intel-laptop");
+  tree.link("proc/1200/fd/20", "/dev/dri/renderD128");
+  tree.write("proc/1200/fdinfo/20", intelHead + "77\ndrm-engine-render:\t1000 ns\n");
+  EXPECT_EQ(tree.graphicsClients().at("pid 1200, browser"), 1'200'001'000);
+  tree.write("proc/1200/fdinfo/9", "");
+  for (int tick = 0; tick < 20; ++tick) {
+    tree.seconds = tree.seconds + 2;
+    EXPECT_EQ(tree.graphicsClients().at("pid 1200, browser"), 1'200'001'000) << tick;
+  }
+}
+
+TEST(Graphics, AClientFoundLateBesideOthersCountsFromThenOn) {
+  HardwareTree tree("intel-laptop");
   EXPECT_EQ(tree.graphicsClients().at("pid 1200, browser"), 1'200'000'000);
+  tree.link("proc/1200/fd/20", "/dev/dri/renderD128");
+  tree.write("proc/1200/fdinfo/20", intelHead + "77\ndrm-engine-render:\t9000000000 ns\n");
+  tree.seconds = tree.seconds + 16;
+  EXPECT_EQ(tree.graphicsClients().at("pid 1200, browser"), 1'200'000'000);
+  tree.write("proc/1200/fdinfo/20", intelHead + "77\ndrm-engine-render:\t9500000000 ns\n");
+  tree.seconds = tree.seconds + 2;
+  EXPECT_EQ(tree.graphicsClients().at("pid 1200, browser"), 1'700'000'000);
+}
+
+TEST(Graphics, AClientThatAnotherProcessGoesOnWithDoesNotBringItsPast) {
+  HardwareTree tree("intel-laptop");
+  tree.link("proc/1300/fd/30", "/dev/dri/renderD128");
+  tree.write("proc/1300/fdinfo/30", intelHead + "42\ndrm-engine-render:\t1200000000 ns\n");
+  EXPECT_EQ(tree.graphicsClients().at("pid 1300, player, big"), 500'000'000);
+  tree.write("proc/1200/fdinfo/9", "");
+  tree.write("proc/1200/fdinfo/12", "");
+  tree.seconds = tree.seconds + 2;
+  EXPECT_THAT(tree.graphicsClients(), ElementsAre(Pair("pid 1300, player, big", 500'000'000)));
+}
+
+TEST(Graphics, OfAHundredClientsSixtyFourStayOpenAndAllAreRead) {
+  HardwareTree tree("arm-board");
+  tree.remove("proc/450");
+  for (int client = 0; client < 100; ++client) {
+    const std::string number = std::to_string(client);
+    tree.link("proc/451/fd/" + number, "/dev/dri/card0");
+    tree.write("proc/451/fdinfo/" + number, "drm-driver:\tpanfrost\ndrm-client-id:\t" + number +
+                                                "\ndrm-engine-fragment:\t10 ns\n");
+  }
+  tree.write("proc/451/comm", "viewer\n");
+  const auto openFiles = [] {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"),
+                         std::filesystem::directory_iterator());
+  };
+  const auto before = openFiles();
+  for (int tick = 0; tick < 3; ++tick) {
+    EXPECT_THAT(tree.graphicsClients(), ElementsAre(Pair("pid 451, viewer", 1000)));
+    tree.seconds = tree.seconds + 2;
+  }
+  EXPECT_LE(openFiles() - before, 64);
 }
 
 TEST(Graphics, NeuralProcessorsAreHeldByWhoHasThemOpen) {

@@ -254,6 +254,26 @@ TEST(Volumes, ANetworkMountThatDoesNotAnswerHoldsNobody) {
   EXPECT_TRUE(eventually(volumes, "/mnt/team"));
 }
 
+TEST(Volumes, AnotherVolumeAtTheSamePathDoesNotHaveTheFiguresOfTheLastOne) {
+  HardwareTree tree;
+  const std::string root = line("8:1", "/", "ext4");
+  const std::string head = "40 29 0:50 / /mnt/team rw,relatime shared:36 - nfs4 server:/";
+  tree.write("proc/self/mountinfo", root + head + "team rw\n");
+  const auto server = std::make_shared<SlowServer>();
+  server->answer(true);
+  LinuxVolumes volumes(tree.sources,
+                       [server](const std::string& path) { return server->ask(path); });
+  ASSERT_TRUE(volumes.paths());
+  EXPECT_EQ(eventually(volumes, "/mnt/team")->totalCapacity, 7);
+  server->answer(false);
+  tree.write("proc/self/mountinfo", root + head + "other rw\n");
+  tree.mountsChanged = true;
+  ASSERT_TRUE(volumes.paths());
+  EXPECT_EQ(volumes.values("/mnt/team"), std::nullopt) << "not yet asked";
+  server->answer(true);
+  EXPECT_TRUE(eventually(volumes, "/mnt/team"));
+}
+
 TEST(Volumes, ARealMountTurnsUpAndGoes) {
   const TemporaryFolder outside;
   const std::string answer = ChildProcess::answerOf([&]() -> std::string {

@@ -23,6 +23,9 @@ class AttributeFile {
   /// The text as a whole number; absent when it is anything else.
   std::optional<std::int64_t> number();
 
+  /// Gives the descriptor back; the next reading opens the file anew.
+  void close() { file = FileDescriptor(); }
+
  private:
   std::string path;
   FileDescriptor file;

@@ -112,7 +112,7 @@ std::optional<VolumeResourceValues> LinuxVolumes::values(const std::string& path
   const auto volume = volumeAt(path);
   // The root is what this program runs from: it is never asked about elsewhere.
   const bool mayHang = volume && volume->mount.remote && path != "/";
-  auto values = mayHang ? unhurried.values(path) : space(path);
+  auto values = mayHang ? unhurried.values(volume->mount) : space(path);
   if (!values || !volume) return values;
   values->name = volume->traits.name;
   values->isInternal = volume->traits.isInternal;

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "platform/VolumeCalls.h"
+#include "platform/linux/hardware/MountList.h"
 
 namespace korvantis {
 
@@ -20,13 +21,15 @@ class UnhurriedVolumes {
   /// `ask` may block for ever, and may still run when this object has gone.
   UnhurriedVolumes(std::function<double()> monotonicSeconds, Ask ask);
 
-  /// What the volume at a path last answered; absent before the first answer and once it is older
-  /// than 30 seconds. Asks again when the last question is 10 seconds old and was answered: a
-  /// volume that hangs holds one thread, not many.
-  std::optional<VolumeResourceValues> values(const std::string& path);
+  /// What the volume that is mounted there last answered; absent before its first answer and once
+  /// that is older than 30 seconds. Asks again when the last question is 10 seconds old and was
+  /// answered: a volume that hangs holds one thread, not many. Another volume at the same path
+  /// starts anew.
+  std::optional<VolumeResourceValues> values(const MountedFileSystem& mount);
 
  private:
   struct Answer {
+    MountedFileSystem mount;
     bool asking = false;
     bool isNew = false;
     std::optional<double> askedAt;
@@ -34,12 +37,15 @@ class UnhurriedVolumes {
     std::optional<VolumeResourceValues> values;
   };
   struct Answers {
+    /// The place for the answers of this volume; null when another one is at its path by now.
+    Answer* of(const MountedFileSystem& mount);
+
     std::mutex lock;
     std::map<std::string, Answer> byPath;
   };
 
-  bool begin(const std::string& path);
-  void startAsking(const std::string& path);
+  bool begin(const MountedFileSystem& mount);
+  void startAsking(const MountedFileSystem& mount);
 
   const std::function<double()> monotonicSeconds;
   const Ask ask;
