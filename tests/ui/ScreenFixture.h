@@ -41,8 +41,8 @@ class ScreenFixture : public QObject {
   Q_INVOKABLE void setCPU(double percent);
   Q_INVOKABLE void setStrain(bool strained);
   Q_INVOKABLE void setInsights(int count);
-  /// From the next tick on so many agents run, each with so many children, and the plans have
-  /// their limits.
+  /// From the next tick on so many agents run, in all states, each with so many children, and the
+  /// plans have their limits.
   Q_INVOKABLE void setAgents(int count, int children = 0);
   /// The load of the first agent.
   Q_INVOKABLE void setAgentCPU(double percent);

@@ -25,15 +25,13 @@ ComboBox {
         spacing: 6
 
         Text {
-            id: captionText
-
             text: picker.caption
             textFormat: Text.PlainText
             font: OstrelFont.system(12)
             color: OstrelTheme.ink3
         }
         Text {
-            width: Math.min(implicitWidth, Math.max(0, picker.availableWidth - captionText.width - 6))
+            width: Math.max(0, Math.min(implicitWidth, picker.availableWidth - x))
             text: picker.displayText
             textFormat: Text.PlainText
             elide: Text.ElideRight
