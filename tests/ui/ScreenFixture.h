@@ -68,8 +68,8 @@ class ScreenFixture : public QObject {
   Q_INVOKABLE void setInsights(int count);
   /// Installs an application with a wholly red icon; the path of its bundle.
   Q_INVOKABLE QString installApplication();
-  /// From the next tick on so many agents run, each with so many children, and the plans have
-  /// their limits.
+  /// From the next tick on so many agents run, in all states, each with so many children, and the
+  /// plans have their limits.
   Q_INVOKABLE void setAgents(int count, int children = 0);
   /// The load of the first agent.
   Q_INVOKABLE void setAgentCPU(double percent);

@@ -14,49 +14,6 @@ CardFrame {
     Accessible.role: Accessible.Grouping
     Accessible.name: plan.tool + ", " + plan.planName + ", " + plan.paceText
 
-    // The name of a window, and at its end what is used of it, with the bar below.
-    component Quota: Item {
-        id: quota
-
-        required property string name
-        required property string used
-        required property real percent
-        property color ink
-
-        width: parent.width
-        implicitHeight: bar.y + bar.height
-
-        FigureText {
-            id: nameText
-
-            width: Math.min(implicitWidth, parent.width - usedText.width - 8)
-            text: quota.name
-            font: OstrelFont.system(card.isNarrow ? 9.5 : 11)
-            color: OstrelTheme.ink2
-        }
-        FigureText {
-            id: usedText
-
-            objectName: "used"
-            anchors.right: parent.right
-            width: Math.min(implicitWidth, parent.width)
-            text: quota.used
-            font: OstrelFont.system(card.isNarrow ? 9.5 : 11, Font.Medium)
-            color: quota.ink
-        }
-        ShareBar {
-            id: bar
-
-            objectName: "bar"
-            anchors.top: nameText.bottom
-            anchors.topMargin: 6
-            width: parent.width
-            name: quota.name
-            percent: quota.percent
-            tint: card.plan.accentColor
-        }
-    }
-
     Item {
         readonly property real lineHeight: Math.max(tool.implicitHeight, pace.implicitHeight)
 
@@ -99,19 +56,25 @@ CardFrame {
             topAndBottomPadding: 2.5
         }
     }
-    Quota {
+    PlanQuotaView {
         objectName: "fiveHour"
+        width: parent.width
         name: "5-Hour Window"
         used: card.plan.fiveHourText
         percent: card.plan.fiveHourPercent
         ink: OstrelTheme.ink1
+        tint: card.plan.accentColor
+        fontSize: card.isNarrow ? 9.5 : 11
     }
-    Quota {
+    PlanQuotaView {
         objectName: "weekly"
+        width: parent.width
         name: "7-Day Rolling Quota"
         used: card.plan.weeklyText
         percent: card.plan.weeklyPercent
         ink: OstrelTheme.ink2
+        tint: card.plan.accentColor
+        fontSize: card.isNarrow ? 9.5 : 11
     }
     Item {
         width: parent.width

@@ -27,8 +27,6 @@ ComboBox {
         spacing: 6
 
         Text {
-            id: captionText
-
             visible: picker.showsCaption
             text: picker.caption
             textFormat: Text.PlainText
@@ -36,7 +34,7 @@ ComboBox {
             color: OstrelTheme.ink3
         }
         Text {
-            width: Math.min(implicitWidth, Math.max(0, picker.availableWidth - (picker.showsCaption ? captionText.width + 6 : 0)))
+            width: Math.max(0, Math.min(implicitWidth, picker.availableWidth - x))
             text: picker.displayText
             textFormat: Text.PlainText
             elide: Text.ElideRight
