@@ -5,7 +5,6 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
-#include <array>
 #include <benchmark/benchmark.h>
 #include <cmath>
 #include <cstdint>
@@ -18,15 +17,6 @@ namespace {
 
 constexpr int rows = 100'000;
 constexpr QSize room(1100, 210);
-
-/// Fonts need an application object.
-void haveApplication() {
-  static std::array<char, 6> name{"bench"};
-  static std::array<char*, 2> arguments{name.data(), nullptr};
-  static int count = 1;
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  static const QGuiApplication application(count, arguments.data());
-}
 
 /// A year of days and nights, with noise from row to row and a spike now and then.
 HistorySeries year() {
@@ -59,7 +49,6 @@ BENCHMARK(curves)
     ->Unit(benchmark::kMillisecond);
 
 void redraw(benchmark::State& state) {
-  haveApplication();
   HistoryChartItem item;
   item.setSize(room);
   item.setColor(QColor(10, 132, 255));
@@ -83,7 +72,6 @@ BENCHMARK(redraw)
 
 /// What a move of the pointer costs.
 void read(benchmark::State& state) {
-  haveApplication();
   HistoryChartItem item;
   item.setSize(room);
   item.setSeries(year());
@@ -97,3 +85,12 @@ BENCHMARK(read)->Name("History chart/reading among 100,000 rows")->Unit(benchmar
 
 }  // namespace
 }  // namespace korvantis
+
+/// Fonts need an application object.
+int main(int argumentCount, char** arguments) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QGuiApplication application(argumentCount, arguments);
+  benchmark::Initialize(&argumentCount, arguments);
+  benchmark::RunSpecifiedBenchmarks();
+  benchmark::Shutdown();
+}
