@@ -12,6 +12,7 @@ AbstractButton {
     property real fontSize: 11
     property int fontWeight: Font.Medium
     property color ink: OstrelTheme.ink2
+    property color hoverInk: OstrelTheme.ink1
     property color ground: "transparent"
     property color hoverGround: OstrelTheme.elevatedCard
     property real cornerRadius: 7
@@ -32,7 +33,7 @@ AbstractButton {
             visible: button.symbol !== ""
             name: button.symbol
             size: button.fontSize
-            tint: button.hovered ? OstrelTheme.ink1 : button.ink
+            tint: button.hovered ? button.hoverInk : button.ink
             anchors.verticalCenter: parent.verticalCenter
         }
         Text {
@@ -40,14 +41,14 @@ AbstractButton {
             text: button.text
             textFormat: Text.PlainText
             font: OstrelFont.system(button.fontSize, button.fontWeight)
-            color: button.hovered ? OstrelTheme.ink1 : button.ink
+            color: button.hovered ? button.hoverInk : button.ink
             anchors.verticalCenter: parent.verticalCenter
         }
         SymbolView {
             visible: button.trailingSymbol !== ""
             name: button.trailingSymbol
             size: button.fontSize - 2
-            tint: button.hovered ? OstrelTheme.ink1 : button.ink
+            tint: button.hovered ? button.hoverInk : button.ink
             anchors.verticalCenter: parent.verticalCenter
         }
     }
