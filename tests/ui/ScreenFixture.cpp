@@ -7,6 +7,7 @@
 #include <clocale>
 
 #include "state/ObservableField.h"
+#include "ui/SampleMachine.h"
 #include "ui/ScreenEngine.h"
 
 namespace korvantis {
@@ -80,9 +81,23 @@ void ScreenFixture::setGroups(int count, const QString& namePrefix) {
   scripted_->next.appGroups = std::move(groups);
 }
 
-void ScreenFixture::setApplications(int count) {
-  setGroups(count);
+void ScreenFixture::setApplications(int count, const QString& namePrefix) {
+  setGroups(count, namePrefix);
   for (AppGroup& group : scripted_->next.appGroups) group.kind = AppGroupKind::app;
+}
+
+void ScreenFixture::setSampleMachine() {
+  scripted_->next = makeSampleMachine();
+}
+
+void ScreenFixture::setLargeMachine(int round) {
+  scripted_->next = makeLargeMachine(round);
+}
+
+void ScreenFixture::recyclePids() {
+  for (AppGroup& group : scripted_->next.appGroups) {
+    for (ProcessSample& process : group.processes) process.startedAt.secondsSince1970 += 1000;
+  }
 }
 
 QString ScreenFixture::fanWishes() const {

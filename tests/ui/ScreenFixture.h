@@ -61,7 +61,14 @@ class ScreenFixture : public QObject {
   /// From the next tick on the machine has these applications, of one process each.
   Q_INVOKABLE void setGroups(int count, const QString& namePrefix = QStringLiteral("application"));
   /// The same, as applications with a window.
-  Q_INVOKABLE void setApplications(int count);
+  Q_INVOKABLE void setApplications(int count,
+                                   const QString& namePrefix = QStringLiteral("application"));
+  /// The machine has something in every list of the processes pane.
+  Q_INVOKABLE void setSampleMachine();
+  /// The machine has 300 applications of 1,000 processes, with other figures in each `round`.
+  Q_INVOKABLE void setLargeMachine(int round);
+  /// All processes have ended, and others have got their pids.
+  Q_INVOKABLE void recyclePids();
   /// The load of the first application.
   Q_INVOKABLE void setCPU(double percent);
   Q_INVOKABLE void setStrain(bool strained);

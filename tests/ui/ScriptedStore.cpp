@@ -1,6 +1,7 @@
 #include "ui/ScriptedStore.h"
 
 #include "platform/qt/QtUserDefaults.h"
+#include "analysis/QuitCheck.h"
 #include "ui/theme/OstrelTheme.h"
 
 namespace korvantis {
@@ -34,6 +35,14 @@ MonitorStoreCalls ScriptedStore::calls() {
   calls.engine.stopProcess = [this](std::int32_t pid, bool force) {
     stoppedProcesses.emplace_back(pid, force);
     return true;
+  };
+  calls.engine.stopIdleServers = [this](const std::vector<IdleServer>& servers) {
+    for (const IdleServer& server : servers) stoppedProcesses.emplace_back(server.pid, false);
+    return static_cast<int>(servers.size());
+  };
+  calls.engine.checkQuitSafety = [this](const AppGroup& group) {
+    ++verdicts;
+    return QuitCheck::evaluate(group, next.sleepBlockers);
   };
   calls.engine.setFanTarget = [this](std::int64_t fanID, std::optional<double> rpm) {
     fanWishes.emplace_back(fanID, rpm);

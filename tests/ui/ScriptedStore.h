@@ -28,6 +28,8 @@ struct ScriptedStore {
   /// Without devices at first.
   test::ScriptedAudio audio;
   int ticks = 0;
+  /// How often a verdict on quitting was asked for.
+  int verdicts = 0;
   std::vector<std::pair<std::string, bool>> quitGroups;
   std::vector<std::pair<std::int32_t, bool>> stoppedProcesses;
   /// Fans and the speeds wished for them; absent is automatic control.

@@ -1,59 +1,66 @@
 import QtQuick
-import QtQuick.Layouts
 import Korvantis.Screens
 
-// What runs on the machine, to be searched, sorted, opened and stopped.
+// What runs on the machine, folded into what it means, to be searched, judged and stopped.
 PaneView {
     id: pane
 
+    readonly property string tab: store.selectedProcessSubTab
+
+    onTabChanged: list.showFromStart()
+
     ProcessesPaneModel {
         id: processes
-    }
-    ApplicationList {
-        id: list
 
         store: pane.store
-        followsPicker: true
     }
+    ProcessesToolbar {
+        id: toolbar
 
-    ColumnLayout {
-        anchors.fill: parent
+        anchors.top: parent.top
+        anchors.left: parent.left
+        anchors.right: parent.right
         anchors.margins: 16
-        spacing: 12
+        store: pane.store
+        processes: processes
+    }
+    IdleServersHeader {
+        id: header
 
-        RowLayout {
-            Layout.fillWidth: true
-            spacing: 10
+        objectName: "idleServersHeader"
+        visible: pane.tab === "idleServers" && list.count > 0
+        anchors.top: toolbar.bottom
+        anchors.topMargin: 12
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.leftMargin: 16
+        anchors.rightMargin: 16
+        onStopAll: pane.store.stopAllIdleServers()
+    }
+    ProcessesListView {
+        id: list
 
-            SearchField {
-                id: search
-
-                Layout.fillWidth: true
-                placeholderText: "Filter apps, PIDs, :ports, or projects..."
-                text: pane.store.processSearchText
-                onTextEdited: pane.store.processSearchText = text
-            }
-            PickerField {
-                id: sort
-
-                objectName: "sortPicker"
-                caption: "Sort"
-                model: processes.sortFields
-                currentIndex: processes.indexOfSortField(pane.store.processSortField)
-                onActivated: pane.store.processSortField = currentValue
-            }
-        }
-        ApplicationListView {
-            Layout.fillWidth: true
-            Layout.fillHeight: true
-            applications: list
-            emptyTitle: "No Matches"
-            emptySubtitle: "No name, PID or port contains what you typed."
-        }
+        anchors.top: header.visible ? header.bottom : toolbar.bottom
+        anchors.topMargin: header.visible ? 8 : 12
+        anchors.left: parent.left
+        anchors.leftMargin: 16
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        bottomMargin: 8
+        processes: processes
+        Accessible.name: processes.tabs.find(tab => tab.name === pane.tab)?.label ?? ""
+    }
+    EmptyStateView {
+        objectName: "emptyState"
+        visible: list.count === 0 && title !== ""
+        anchors.centerIn: list
+        icon: processes.emptyState.icon
+        title: processes.emptyState.title
+        subtitle: processes.emptyState.subtitle
     }
 
     Shortcut {
         sequence: "Ctrl+F"
-        onActivated: search.forceActiveFocus(Qt.ShortcutFocusReason)
+        onActivated: toolbar.focusSearch()
     }
 }

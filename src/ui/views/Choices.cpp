@@ -6,9 +6,24 @@
 #include "state/AppThemeMode.h"
 #include "state/ObservableField.h"
 #include "state/ProcessSortField.h"
+#include "state/ProcessesSubTab.h"
 #include "ui/views/ModelText.h"
 
 namespace korvantis::Choices {
+
+namespace {
+
+/// The cases of an enumeration whose raw values are their labels.
+template <Tabled Enumeration>
+QList<Choice> labelled() {
+  QList<Choice> choices;
+  for (const Enumeration value : allCases<Enumeration>()) {
+    choices.append({caseText(value), textOf(rawValue(value))});
+  }
+  return choices;
+}
+
+}  // namespace
 
 QList<Choice> themeModes() {
   QList<Choice> choices;
@@ -19,12 +34,12 @@ QList<Choice> themeModes() {
   return choices;
 }
 
+QList<Choice> processesSubTabs() {
+  return labelled<ProcessesSubTab>();
+}
+
 QList<Choice> sortFields() {
-  QList<Choice> choices;
-  for (const ProcessSortField field : allCases<ProcessSortField>()) {
-    choices.append({caseText(field), textOf(rawValue(field))});
-  }
-  return choices;
+  return labelled<ProcessSortField>();
 }
 
 QList<Choice> intervals() {

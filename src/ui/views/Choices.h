@@ -9,6 +9,8 @@ namespace korvantis::Choices {
 
 /// The looks.
 QList<Choice> themeModes();
+/// The lists of the processes pane.
+QList<Choice> processesSubTabs();
 /// What the list of applications can be sorted by.
 QList<Choice> sortFields();
 /// The seconds between ticks.

@@ -109,6 +109,10 @@ Item {
                 }
             }
         }
+        function test_theBannersButtonLeadsToTheInsights() {
+            mouseClick(view("inspectInsights"));
+            compare(Fixture.store.selectedPane, "insights");
+        }
         function test_everyCardSaysItsFigure() {
             for (const card of cards()) {
                 compare(card.Accessible.role, Accessible.Grouping);
