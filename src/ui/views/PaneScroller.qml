@@ -59,7 +59,8 @@ FocusScope {
         contentWidth: width
         contentHeight: column.implicitHeight + 2 * scroller.margin
         boundsBehavior: Flickable.StopAtBounds
-        activeFocusOnTab: scroller.furthest > 0
+        // What has the focus must stay able to.
+        activeFocusOnTab: scroller.furthest > 0 || activeFocus
         Accessible.role: Accessible.Pane
         Accessible.name: scroller.name
         ScrollBar.vertical: ThinScrollBar {}

@@ -95,9 +95,10 @@ ComboBox {
 
         contentItem: ListView {
             clip: true
-            implicitHeight: contentHeight
+            implicitHeight: Math.min(contentHeight, 280)
             model: picker.delegateModel
             currentIndex: picker.highlightedIndex
+            ScrollBar.vertical: ThinScrollBar {}
         }
         background: Rectangle {
             color: OstrelTheme.elevatedCard

@@ -173,6 +173,17 @@ Item {
             compare(sessions()[0], last);
             compare(sessions()[19], first);
         }
+        function test_whenAgentsEndNothingStaysScrolledAway() {
+            stage.height = 400;
+            Fixture.setAgents(20);
+            Fixture.tick();
+            waitForRendering(themed);
+            const scroller = view("paneScroller");
+            scroller.contentY = scroller.contentHeight - scroller.height;
+            Fixture.setAgents(0);
+            Fixture.tick();
+            tryCompare(scroller, "contentY", 0);
+        }
         function test_theKeyboardScrolls() {
             stage.height = 400;
             Fixture.setAgents(20);
