@@ -37,6 +37,10 @@ TEST(HistoryChartScale, WithNothingAbove0ItEndsAtTheRestingTop) {
   EXPECT_EQ(scaleUpTo(0).top, 100);
   EXPECT_EQ(historyChartScale({}, 2000).top, 2000);
   EXPECT_FALSE(historyChartScale({}, 2000).hasTimes());
+  for (const double nothing : {0.0, -5.0, none}) {
+    EXPECT_GT(historyChartScale({}, nothing).top, 0) << nothing;
+    EXPECT_GT(historyChartScale({}, nothing).step, 0) << nothing;
+  }
 }
 
 TEST(HistoryChartScale, ReachesBelow0ForNegativeValues) {

@@ -120,7 +120,7 @@ std::vector<Reading> makeReadings(int count, std::int64_t lastStart) {
   std::vector<Reading> readings;
   for (int number = 1; number <= count; ++number) {
     Reading reading;
-    reading.start = lastStart - 300 * (count - number);
+    reading.start = lastStart - 300LL * (count - number);
     reading.cpuPercentAvg = number;
     reading.cpuPercentPeak = number + 10;
     readings.push_back(reading);

@@ -53,8 +53,9 @@ HistoryChartScale historyChartScale(const QList<HistoryPoint>& points, double re
   }
   HistoryChartScale scale;
   const double lowest = values.isEmpty() ? 0 : std::min(values.lowest, 0.0);
-  const double highest =
-      values.isEmpty() || values.highest < smallestTop ? restingTop : values.highest;
+  const double highest = values.isEmpty() || values.highest < smallestTop
+                             ? std::max(smallestTop, restingTop)
+                             : values.highest;
   scale.step = roundStep((highest - lowest) / wantedSteps);
   scale.top = std::ceil(highest / scale.step) * scale.step;
   scale.bottom = lowest < 0 ? std::floor(lowest / scale.step) * scale.step : 0;

@@ -145,10 +145,10 @@ QList<HistoryChartTick> valueTicks(const HistoryChartScale& scale, const QString
   const Magnitude magnitude = magnitudeOf(std::max(scale.top, -scale.bottom));
   const int decimals = decimalsOf(scale.step / magnitude.factor);
   const double first = std::round(scale.bottom / scale.step);
-  const double last = std::round(scale.top / scale.step);
+  const auto count = static_cast<int>(std::round(scale.top / scale.step) - first);
   QList<HistoryChartTick> ticks;
-  for (double index = first; index <= last; ++index) {
-    const double value = index * scale.step;
+  for (int index = 0; index <= count; ++index) {
+    const double value = (first + index) * scale.step;
     const std::string text = fixedDecimals(value / magnitude.factor, decimals) + magnitude.letter;
     ticks.append({value, textOf(text) + u' ' + unit});
   }
