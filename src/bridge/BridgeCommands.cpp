@@ -14,50 +14,40 @@ namespace korvantis {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 constexpr double hotCelsius = 82.0;
 constexpr std::int64_t usualLimit = 10;
 
-/// One key of a reply with its value.
-struct Entry {
-  const char* key;
-  Json value;
-};
-
-/// The object of these entries. The library's own way from a list in braces makes three values out
-/// of each entry first, which a reply of many rows feels.
-template <std::size_t count>
-Json objectOf(Entry (&&entries)[count]) {
-  Json object = Json::object();
-  auto& map = object.get_ref<Json::object_t&>();
-  map.reserve(count);
-  for (Entry& entry : entries) map.emplace_back(entry.key, std::move(entry.value));
-  return object;
+/// An object with one key, under which there is a list: one object per element of `list`, whose
+/// members `writeMembers` writes.
+template <typename List, typename WriteMembers>
+void writeList(JsonWriter& json, const char* key, const List& list, WriteMembers writeMembers) {
+  json.beginObject();
+  json.key(key);
+  json.beginList();
+  for (const auto& element : list) {
+    json.beginObject();
+    writeMembers(element);
+    json.endObject();
+  }
+  json.endList();
+  json.endObject();
 }
 
-/// One object per element of `list`, made by `elementObject`, under one key.
-template <typename List, typename ElementObject>
-Json listUnder(const char* key, const List& list, ElementObject elementObject) {
-  Json objects = Json::array();
-  objects.get_ref<Json::array_t&>().reserve(list.size());
-  for (const auto& element : list) objects.push_back(elementObject(element));
-  return objectOf({{key, std::move(objects)}});
-}
-
-Json systemStatus(const EngineSnapshot& snapshot, const nlohmann::json&) {
+void systemStatus(JsonWriter& json, const EngineSnapshot& snapshot, const nlohmann::json&) {
   const SystemSample& system = snapshot.system;
-  return objectOf({{"cpuPercent", system.cpuPercent},
-                   {"memoryUsedBytes", system.memoryUsedBytes},
-                   {"memoryTotalBytes", system.memoryTotalBytes},
-                   {"memoryPressure", label(system.memoryPressure)},
-                   {"gpuPercent", system.gpuPercent},
-                   {"neuralEnginePercent", system.neuralEnginePercent},
-                   {"cpuCelsius", system.thermal.cpuCelsius},
-                   {"powerWatts", system.thermal.systemPowerWatts},
-                   {"networkInBytesPerSec", system.networkInBytesPerSec},
-                   {"networkOutBytesPerSec", system.networkOutBytesPerSec},
-                   {"activeStrains", toJson(snapshot.activeStrains)}});
+  json.beginObject();
+  json.member("cpuPercent", system.cpuPercent);
+  json.member("memoryUsedBytes", system.memoryUsedBytes);
+  json.member("memoryTotalBytes", system.memoryTotalBytes);
+  json.member("memoryPressure", label(system.memoryPressure));
+  json.member("gpuPercent", system.gpuPercent);
+  json.member("neuralEnginePercent", system.neuralEnginePercent);
+  json.member("cpuCelsius", system.thermal.cpuCelsius);
+  json.member("powerWatts", system.thermal.systemPowerWatts);
+  json.member("networkInBytesPerSec", system.networkInBytesPerSec);
+  json.member("networkOutBytesPerSec", system.networkOutBytesPerSec);
+  json.member("activeStrains", snapshot.activeStrains);
+  json.endObject();
 }
 
 std::int64_t limitOf(const nlohmann::json& arguments) {
@@ -66,84 +56,93 @@ std::int64_t limitOf(const nlohmann::json& arguments) {
   return integerFromJson<std::int64_t>(*found).value_or(usualLimit);
 }
 
-Json topApps(const EngineSnapshot& snapshot, const nlohmann::json& arguments) {
+void topApps(JsonWriter& json, const EngineSnapshot& snapshot, const nlohmann::json& arguments) {
   const auto count = std::min<std::int64_t>(limitOf(arguments), std::ssize(snapshot.appGroups));
   if (count < 0) std::abort();
   const std::span shown(snapshot.appGroups.data(), static_cast<std::size_t>(count));
-  return listUnder("apps", shown, [](const AppGroup& group) {
-    return objectOf({{"id", group.id},
-                     {"name", group.name},
-                     {"cpuPercent", group.cpuPercent},
-                     {"memoryBytes", group.memoryBytes},
-                     {"energyWatts", group.energyWatts},
-                     {"processCount", group.processes.size()}});
+  writeList(json, "apps", shown, [&json](const AppGroup& group) {
+    json.member("id", group.id);
+    json.member("name", group.name);
+    json.member("cpuPercent", group.cpuPercent);
+    json.member("memoryBytes", group.memoryBytes);
+    json.member("energyWatts", group.energyWatts);
+    json.member("processCount", group.processes.size());
   });
 }
 
-Json ports(const EngineSnapshot& snapshot, const nlohmann::json&) {
-  return listUnder("ports", snapshot.listeningPorts, [](const ListeningPortItem& item) {
-    return objectOf({{"port", item.port},
-                     {"pid", item.pid},
-                     {"processName", item.processName},
-                     {"appName", item.appName},
-                     {"projectName", item.projectName.value_or("")},
-                     {"isIdle", item.isIdle}});
+void ports(JsonWriter& json, const EngineSnapshot& snapshot, const nlohmann::json&) {
+  writeList(json, "ports", snapshot.listeningPorts, [&json](const ListeningPortItem& item) {
+    json.member("port", item.port);
+    json.member("pid", item.pid);
+    json.member("processName", item.processName);
+    json.member("appName", item.appName);
+    json.member("projectName", item.projectName ? std::string_view(*item.projectName) : "");
+    json.member("isIdle", item.isIdle);
   });
 }
 
-Json projects(const EngineSnapshot& snapshot, const nlohmann::json&) {
-  return listUnder("projects", snapshot.projects, [](const DevProject& project) {
-    return objectOf({{"name", project.name},
-                     {"path", project.path},
-                     {"cpuPercent", project.cpuPercent},
-                     {"memoryBytes", project.memoryBytes},
-                     {"ports", project.ports}});
+void projects(JsonWriter& json, const EngineSnapshot& snapshot, const nlohmann::json&) {
+  writeList(json, "projects", snapshot.projects, [&json](const DevProject& project) {
+    json.member("name", project.name);
+    json.member("path", project.path);
+    json.member("cpuPercent", project.cpuPercent);
+    json.member("memoryBytes", project.memoryBytes);
+    json.member("ports", project.ports);
   });
 }
 
-Json idleServers(const EngineSnapshot& snapshot, const nlohmann::json&) {
-  return listUnder("idleServers", snapshot.idleServers, [](const IdleServer& server) {
-    return objectOf({{"pid", server.pid},
-                     {"name", server.name},
-                     {"projectName", server.projectName},
-                     {"ports", server.ports},
-                     {"memoryBytes", server.memoryBytes},
-                     {"idleSeconds", server.idleSeconds}});
+void idleServers(JsonWriter& json, const EngineSnapshot& snapshot, const nlohmann::json&) {
+  writeList(json, "idleServers", snapshot.idleServers, [&json](const IdleServer& server) {
+    json.member("pid", server.pid);
+    json.member("name", server.name);
+    json.member("projectName", server.projectName);
+    json.member("ports", server.ports);
+    json.member("memoryBytes", server.memoryBytes);
+    json.member("idleSeconds", server.idleSeconds);
   });
 }
 
-Json agents(const EngineSnapshot& snapshot, const nlohmann::json&) {
-  return listUnder("agents", snapshot.agentSessions, [](const AgentSession& session) {
-    return objectOf({{"pid", session.pid},
-                     {"toolName", session.toolName},
-                     {"state", rawValue(session.state)},
-                     {"projectName", session.projectName},
-                     {"cpuPercent", session.cpuPercent},
-                     {"memoryBytes", session.memoryBytes}});
+void agents(JsonWriter& json, const EngineSnapshot& snapshot, const nlohmann::json&) {
+  writeList(json, "agents", snapshot.agentSessions, [&json](const AgentSession& session) {
+    json.member("pid", session.pid);
+    json.member("toolName", session.toolName);
+    json.member("state", session.state);
+    json.member("projectName", session.projectName);
+    json.member("cpuPercent", session.cpuPercent);
+    json.member("memoryBytes", session.memoryBytes);
   });
 }
 
-Json limits(const EngineSnapshot& snapshot, const nlohmann::json&) {
-  return listUnder("limits", snapshot.planLimits, [](const PlanLimitStatus& plan) {
-    return objectOf({{"tool", plan.tool},
-                     {"planName", plan.planName},
-                     {"fiveHourUsedPercent", plan.fiveHourUsedPercent},
-                     {"weeklyUsedPercent", plan.weeklyUsedPercent},
-                     {"paceText", plan.paceText}});
+void limits(JsonWriter& json, const EngineSnapshot& snapshot, const nlohmann::json&) {
+  writeList(json, "limits", snapshot.planLimits, [&json](const PlanLimitStatus& plan) {
+    json.member("tool", plan.tool);
+    json.member("planName", plan.planName);
+    json.member("fiveHourUsedPercent", plan.fiveHourUsedPercent);
+    json.member("weeklyUsedPercent", plan.weeklyUsedPercent);
+    json.member("paceText", plan.paceText);
   });
 }
 
-Json whatsWrong(const EngineSnapshot& snapshot, const nlohmann::json&) {
+void whatsWrong(JsonWriter& json, const EngineSnapshot& snapshot, const nlohmann::json&) {
   const auto& groups = snapshot.appGroups;
   const auto top = std::ranges::max_element(groups, {}, &AppGroup::cpuPercent);
-  return objectOf({{"activeStrains", toJson(snapshot.activeStrains)},
-                   {"idleServerCount", snapshot.idleServers.size()},
-                   {"topCPUApp", top == groups.end() ? "None" : top->name}});
+  json.beginObject();
+  json.member("activeStrains", snapshot.activeStrains);
+  json.member("idleServerCount", snapshot.idleServers.size());
+  json.member("topCPUApp", top == groups.end() ? std::string_view("None") : top->name);
+  json.endObject();
+}
+
+void unknown(JsonWriter& json, const std::string& command) {
+  json.beginObject();
+  json.member("ok", true);
+  json.member("command", command);
+  json.endObject();
 }
 
 struct Command {
   std::string_view name;
-  Json (*reply)(const EngineSnapshot& snapshot, const nlohmann::json& arguments);
+  void (*write)(JsonWriter& json, const EngineSnapshot& snapshot, const nlohmann::json& arguments);
 };
 
 constexpr std::array<Command, 11> commands{{{"system_status", systemStatus},
@@ -162,18 +161,22 @@ constexpr std::array<Command, 11> commands{{{"system_status", systemStatus},
 
 BridgeCommands::BridgeCommands(SampleTick sampleTick) : tick(std::move(sampleTick)) {}
 
-nlohmann::ordered_json BridgeCommands::operator()(const std::string& command,
-                                                  const nlohmann::json& arguments) const {
+BridgeReply BridgeCommands::operator()(const std::string& command,
+                                       const nlohmann::json& arguments) const {
   const EngineSnapshot snapshot = tick({}, {}, hotCelsius);
   return reply(command, arguments, snapshot);
 }
 
-nlohmann::ordered_json BridgeCommands::reply(const std::string& command,
-                                             const nlohmann::json& arguments,
-                                             const EngineSnapshot& snapshot) {
+BridgeReply BridgeCommands::reply(const std::string& command, const nlohmann::json& arguments,
+                                  const EngineSnapshot& snapshot) {
+  JsonWriter json;
   const auto found = std::ranges::find(commands, command, &Command::name);
-  if (found != commands.end()) return found->reply(snapshot, arguments);
-  return objectOf({{"ok", true}, {"command", command}});
+  if (found != commands.end()) {
+    found->write(json, snapshot, arguments);
+  } else {
+    unknown(json, command);
+  }
+  return BridgeReply(std::move(json));
 }
 
 }  // namespace korvantis

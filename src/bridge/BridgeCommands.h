@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "bridge/BridgeReply.h"
 #include "core/AppLimit.h"
 #include "core/EngineSnapshot.h"
 #include "core/MutedApp.h"
@@ -24,15 +25,14 @@ class BridgeCommands {
 
   /// Takes a tick of its own, whatever the command, and answers from it. It knows none of the
   /// user's limits and mutes, and takes 82 degrees for hot.
-  nlohmann::ordered_json operator()(const std::string& command,
-                                    const nlohmann::json& arguments) const;
+  BridgeReply operator()(const std::string& command, const nlohmann::json& arguments) const;
 
   /// The reply to a command out of `snapshot`, keys in the order in which they are documented. A
   /// name that is no command is answered with "ok" and the name. A negative "limit" ends the
   /// program: asking for fewer applications than none is a fault of the caller that must not go
   /// unseen. Any thread.
-  static nlohmann::ordered_json reply(const std::string& command, const nlohmann::json& arguments,
-                                      const EngineSnapshot& snapshot);
+  static BridgeReply reply(const std::string& command, const nlohmann::json& arguments,
+                           const EngineSnapshot& snapshot);
 
  private:
   SampleTick tick;

@@ -96,9 +96,7 @@ void BridgeListener::answer(int client) const {
   if (count < 1) return;
   const std::string_view text(buffer.data(), static_cast<std::size_t>(count));
   const nlohmann::json request = objectFromMessage(text).value_or(nlohmann::json::object());
-  // Kept until the client has its reply, which need not wait for the object to be taken apart.
-  const nlohmann::ordered_json object = provider(commandOf(request), request);
-  const auto reply = messageFromObject(object);
+  const auto reply = provider(commandOf(request), request).message();
   if (reply) sockets.write(client, reply->data(), reply->size());
 }
 

@@ -1,14 +1,18 @@
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QHostAddress>
 #include <QLocalSocket>
 #include <QProcess>
 #include <QProcessEnvironment>
+#include <QTcpServer>
 #include <QTemporaryDir>
 #include <QThread>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <map>
 #include <nlohmann/json.hpp>
+#include <sys/resource.h>
 
 namespace korvantis {
 namespace {
@@ -117,6 +121,11 @@ class ProgramsBridge : public testing::Test {
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     program.setProcessEnvironment(environment);
     program.setProcessChannelMode(QProcess::MergedChannels);
+    // One test makes the program abort, which must leave no memory image behind.
+    program.setChildProcessModifier([] {
+      const rlimit none{0, 0};
+      ::setrlimit(RLIMIT_CORE, &none);
+    });
     program.start(QStringLiteral(KORVANTIS_PROGRAM), {});
     ASSERT_TRUE(program.waitForStarted());
     while (!answers() && program.state() == QProcess::Running) QThread::msleep(20);
@@ -140,6 +149,21 @@ class ProgramsBridge : public testing::Test {
     while (socket.state() == QLocalSocket::ConnectedState && socket.waitForReadyRead(30000)) {
     }
     return socket.readAll();
+  }
+
+  /// The first object of a list for which `isSought` holds, asked for again until there is one: not
+  /// every tick looks for ports. Null when the program has gone or never tells of it.
+  template <typename IsSought>
+  ordered_json elementOf(const std::string& command, const std::string& key,
+                         const IsSought& isSought) const {
+    for (int round = 0; round < 100 && program.state() == QProcess::Running; ++round) {
+      const ordered_json reply = ask(command);
+      for (const ordered_json& element : reply.at(key)) {
+        if (isSought(element)) return element;
+      }
+      QThread::msleep(50);
+    }
+    return {};
   }
 
   ordered_json ask(const std::string& command) const {
@@ -179,6 +203,62 @@ TEST_F(ProgramsBridge, AnswersEveryCommandAndAliasWithItsKeysAndTypes) {
   expectList("limits", "limits");
   EXPECT_EQ(ask("Status"), ordered_json({{"ok", true}, {"command", "Status"}}));
   EXPECT_EQ(program.state(), QProcess::Running);
+}
+
+/// A socket of this process that listens on a port which is none of those handed out by the system.
+class ListeningService {
+ public:
+  ListeningService() {
+    for (quint16 port = 41'000; port < 42'000 && !server.isListening(); ++port) {
+      server.listen(QHostAddress::LocalHost, port);
+    }
+  }
+
+  int port() const { return server.serverPort(); }
+
+ private:
+  QTcpServer server;
+};
+
+/// Puts this process to work in a folder for as long as the object lives.
+class WorkingFolder {
+ public:
+  explicit WorkingFolder(const QString& folder) { QDir::setCurrent(folder); }
+  WorkingFolder(const WorkingFolder&) = delete;
+  WorkingFolder& operator=(const WorkingFolder&) = delete;
+  ~WorkingFolder() { QDir::setCurrent(before); }
+
+ private:
+  const QString before = QDir::currentPath();
+};
+
+/// The program's bridge while this process, from before its start on, serves a port in a project.
+class BridgeBesideAServer : public ProgramsBridge {
+ protected:
+  BridgeBesideAServer() { QDir(project.path()).mkdir(QStringLiteral(".git")); }
+
+  QTemporaryDir project;
+  const std::string name = QFileInfo(project.path()).fileName().toStdString();
+  const WorkingFolder work{project.path()};
+  const ListeningService service;
+};
+
+TEST_F(BridgeBesideAServer, TellsOfTheServerAndItsProject) {
+  ASSERT_GE(service.port(), 41'000);
+  const ordered_json row = elementOf("ports", "ports", [&](const ordered_json& port) {
+    return port.at("port") == service.port();
+  });
+  ASSERT_TRUE(row.is_object()) << "no row of the port";
+  expectShape(row, elements.at("ports"), "ports");
+  EXPECT_EQ(row["pid"], QCoreApplication::applicationPid());
+  EXPECT_EQ(row["projectName"], name);
+  EXPECT_EQ(row["isIdle"], false);
+  const ordered_json found = elementOf("projects", "projects", [&](const ordered_json& candidate) {
+    return candidate.at("name") == name;
+  });
+  ASSERT_TRUE(found.is_object()) << "no such project";
+  expectShape(found, elements.at("projects"), "projects");
+  EXPECT_EQ(found["ports"], ordered_json::array({service.port()}));
 }
 
 TEST_F(ProgramsBridge, TellsOfThisMachine) {

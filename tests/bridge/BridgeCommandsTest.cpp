@@ -17,19 +17,19 @@ using Json = nlohmann::json;
 /// The text of the reply out of a snapshot in which every figure is another one.
 std::string replyTo(const std::string& command, const Json& arguments = Json::object(),
                     const EngineSnapshot& snapshot = bridgeSnapshot()) {
-  return BridgeCommands::reply(command, arguments, snapshot).dump();
+  return BridgeCommands::reply(command, arguments, snapshot).text().value_or("no JSON form");
 }
 
-EngineSnapshot snapshotWithGroups(std::size_t count) {
+/// How many applications "top" tells of out of `count`.
+std::size_t shownWith(const Json& arguments, std::size_t count) {
   EngineSnapshot snapshot;
   snapshot.appGroups.resize(count);
-  return snapshot;
+  return Json::parse(replyTo("top", arguments, snapshot)).at("apps").size();
 }
 
 /// How many applications "top" tells of `count` when it is asked with this value of "limit".
 std::size_t shownOf(std::size_t count, const std::string& limit) {
-  const Json arguments = Json::parse("{\"command\":\"top\",\"limit\":" + limit + "}");
-  return BridgeCommands::reply("top", arguments, snapshotWithGroups(count))["apps"].size();
+  return shownWith(Json::parse("{\"command\":\"top\",\"limit\":" + limit + "}"), count);
 }
 
 TEST(BridgeCommands, SystemStatusTellsElevenFigures) {
@@ -136,9 +136,8 @@ TEST(BridgeCommands, TopWithALimitAboveTheListTellsAll) {
 }
 
 TEST(BridgeCommands, TopWithNoLimitTellsTen) {
-  EXPECT_EQ(BridgeCommands::reply("top", Json::object(), snapshotWithGroups(25))["apps"].size(),
-            10U);
-  EXPECT_EQ(BridgeCommands::reply("top", Json::object(), snapshotWithGroups(4))["apps"].size(), 4U);
+  EXPECT_EQ(shownWith(Json::object(), 25), 10U);
+  EXPECT_EQ(shownWith(Json::object(), 4), 4U);
 }
 
 TEST(BridgeCommands, TopWithALimitTellsAsMany) {
@@ -187,7 +186,7 @@ TEST(BridgeCommands, EveryRequestTakesOneTickWithoutLimitsAndMutesAt82Degrees) {
   for (const char* command :
        {"system_status", "status", "top_apps", "top", "ports", "projects", "idle_servers", "agents",
         "limits", "whats_wrong", "whats-wrong", "unknown", ""}) {
-    EXPECT_EQ(commands(command, Json::object()).dump(), replyTo(command)) << command;
+    EXPECT_EQ(commands(command, Json::object()).text(), replyTo(command)) << command;
     EXPECT_EQ(ticks, ++expected) << command;
   }
 }
@@ -206,19 +205,36 @@ TEST(BridgeCommandsDeathTest, TheTickIsDoneBeforeANegativeLimitIsLookedAt) {
 TEST(BridgeCommands, AnInfiniteFigureMakesAReplyThatCanNotBeSent) {
   EngineSnapshot snapshot = bridgeSnapshot();
   snapshot.appGroups[1].energyWatts = std::numeric_limits<double>::infinity();
-  EXPECT_FALSE(messageFromObject(BridgeCommands::reply("top", Json::object(), snapshot)));
-  EXPECT_TRUE(messageFromObject(BridgeCommands::reply("status", Json::object(), snapshot)));
+  EXPECT_FALSE(BridgeCommands::reply("top", Json::object(), snapshot).message());
+  EXPECT_TRUE(BridgeCommands::reply("status", Json::object(), snapshot).message());
   snapshot.system.gpuPercent = std::numeric_limits<double>::quiet_NaN();
-  EXPECT_FALSE(messageFromObject(BridgeCommands::reply("status", Json::object(), snapshot)));
+  EXPECT_FALSE(BridgeCommands::reply("status", Json::object(), snapshot).message());
 }
 
 TEST(BridgeCommands, NamesThatAreNoUTF8AreRepaired) {
   EngineSnapshot snapshot = bridgeSnapshot();
   snapshot.listeningPorts.resize(1);
   snapshot.listeningPorts[0].processName = "half\xC3";
-  const auto message = messageFromObject(BridgeCommands::reply("ports", Json::object(), snapshot));
-  ASSERT_TRUE(message);
-  EXPECT_THAT(*message, HasSubstr("\"processName\":\"half\xEF\xBF\xBD\""));
+  EXPECT_THAT(replyTo("ports", {}, snapshot), HasSubstr("\"processName\":\"half\xEF\xBF\xBD\""));
+}
+
+TEST(BridgeCommands, EveryReplyIsWhatTheLibraryWouldWriteOfItsValues) {
+  EngineSnapshot snapshot = bridgeSnapshot();
+  snapshot.system.cpuPercent = 1.0 / 3.0;
+  snapshot.system.thermal.systemPowerWatts = 1e21;
+  snapshot.system.memoryTotalBytes = std::numeric_limits<std::uint64_t>::max();
+  snapshot.appGroups[0].name = "\"quoted\" \\ \n\x01\x7F ünï \xFF\xE2\x82";
+  snapshot.listeningPorts[0].processName = std::string("zero\0inside", 11);
+  snapshot.listeningPorts[1].pid = -7;
+  snapshot.projects[0].ports.clear();
+  snapshot.idleServers[0].idleSeconds = 0;
+  for (const char* command : {"status", "top", "ports", "projects", "idle_servers", "agents",
+                              "limits", "whats_wrong", "say \"hello\"\n"}) {
+    const std::string text = replyTo(command, {}, snapshot);
+    const auto values = nlohmann::ordered_json::parse(text, nullptr, false);
+    ASSERT_TRUE(values.is_object()) << text;
+    EXPECT_EQ(values.dump(), text);
+  }
 }
 
 }  // namespace

@@ -24,7 +24,7 @@ using Json = nlohmann::json;
 using OrderedJson = nlohmann::ordered_json;
 
 Json replyTo(const std::string& command, const EngineSnapshot& snapshot = bridgeSnapshot()) {
-  return Json::parse(BridgeCommands::reply(command, Json::object(), snapshot).dump());
+  return Json::parse(BridgeCommands::reply(command, Json::object(), snapshot).text().value_or(""));
 }
 
 std::optional<Json> ask(const std::string& path, const std::string& command,

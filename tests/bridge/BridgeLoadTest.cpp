@@ -26,8 +26,9 @@ using OrderedJson = nlohmann::ordered_json;
 constexpr const char* portsRequest = "{\"command\":\"ports\"}\n";
 
 std::string portsReply() {
-  const OrderedJson reply = BridgeCommands::reply("ports", Json::object(), test::bridgeSnapshot());
-  return messageFromObject(reply).value_or("");
+  return BridgeCommands::reply("ports", Json::object(), test::bridgeSnapshot())
+      .message()
+      .value_or("");
 }
 
 TEST(BridgeLoad, AThousandConnectionsInARowAreAllServed) {

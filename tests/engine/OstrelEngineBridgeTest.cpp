@@ -61,7 +61,8 @@ class OstrelEngineBridgeTick : public ::testing::Test {
     const BridgeCommands commands(
         [this](const std::vector<AppLimit>& limits, const std::vector<MutedApp>& mutes,
                double hot) { return scripted.engine().sampleTick(limits, mutes, hot); });
-    return commands("top", nlohmann::json::object())["apps"][0]["cpuPercent"].get<double>();
+    const std::string reply = commands("top", nlohmann::json::object()).text().value_or("");
+    return nlohmann::json::parse(reply).at("apps").at(0).at("cpuPercent").get<double>();
   }
 };
 

@@ -165,8 +165,26 @@ TEST(UserDirsFile, BadTextNamesNothingAndHidesNothing) {
 }
 
 TEST_F(UserFolders, TheTemporaryFolderFollowsTheEnvironment) {
-  const ScopedVariable chosen("TMPDIR", home.path("temporary"));
-  EXPECT_EQ(files.temporaryDirectory(), home.path("temporary"));
+  const std::string folder = home.folderAt("temporary");
+  const ScopedVariable chosen("TMPDIR", folder);
+  EXPECT_EQ(files.temporaryDirectory(), folder);
+}
+
+TEST_F(UserFolders, ATemporaryFolderThatIsNotThereIsPassedOver) {
+  const std::string answers = ChildProcess::answerOf([this] {
+    const auto answerFor = [this](const std::string& value) {
+      const ScopedVariable chosen("TMPDIR", value);
+      return files.temporaryDirectory();
+    };
+    home.write("file", "x");
+    const std::string own = answerFor("relative");
+    const bool isPassedOver =
+        answerFor(home.path("missing")) == own && answerFor(home.path("file")) == own;
+    ::rmdir(own.c_str());  // when nobody has put anything in
+    return own + (isPassedOver ? " passed over" : " taken");
+  });
+  EXPECT_THAT(answers, MatchesRegex("/tmp/korvantis-" + std::to_string(::getuid()) +
+                                    "(-......)? passed over"));
 }
 
 TEST_F(UserFolders, WithoutATemporaryFolderInTheEnvironmentItIsAPrivateOne) {

@@ -106,7 +106,7 @@ TEST(MonitorStoreStart, TheBridgeIsGivenAProviderThatAnswersFromATickOfItsOwn) {
 
   ASSERT_TRUE(monitor.provider);
   const auto reply = monitor.provider("status", nlohmann::json{{"command", "status"}});
-  EXPECT_EQ(reply["cpuPercent"], cpuPercent + 12.5);
+  EXPECT_EQ(nlohmann::json::parse(reply.text().value_or("")).at("cpuPercent"), cpuPercent + 12.5);
   EXPECT_EQ(monitor.ticks, ticks + 1);
   EXPECT_EQ(monitor.store().snapshot().system.cpuPercent, cpuPercent)
       << "what the bridge saw does not reach the screens";

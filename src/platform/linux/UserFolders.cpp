@@ -31,6 +31,11 @@ std::string homeOfPasswordEntry() {
   return found != nullptr && found->pw_dir != nullptr ? found->pw_dir : "";
 }
 
+bool isFolder(const std::string& path) {
+  struct stat facts {};
+  return ::stat(path.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode);
+}
+
 bool isOwnPrivateFolder(const std::string& path) {
   struct stat facts {};
   return ::lstat(path.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode) &&
@@ -102,7 +107,7 @@ std::vector<std::string> downloadFolders() {
 
 std::string temporaryFolder() {
   std::string folder = absolutePathFromEnvironment("TMPDIR");
-  if (!folder.empty()) return folder;
+  if (!folder.empty() && isFolder(folder)) return folder;
   static const std::string own = privateFolder("/tmp");
   // Where nothing can be made in /tmp, the home is the only folder that is surely the user's.
   return own.empty() ? homeFolder() : own;

@@ -367,5 +367,58 @@ TEST(PresentedBundles, OutliveTheirEntryWhileTheProgramRuns) {
       "/usr/share/applications/editor.app/Contents/Info.plist"));
 }
 
+/// Puts the mount of an AppImage there whose entry has this name.
+void mountAppImage(DesktopFixture& desktop, const std::string& mount, const std::string& name) {
+  desktop.native(mount + "/usr/bin/drawing");
+  desktop.machine.files.write(
+      mount.substr(1) + "/drawing.desktop",
+      "[Desktop Entry]\nType=Application\nExec=drawing\nName=" + name + "\n");
+}
+
+TEST_F(RuleOf, AnAppImagesMountIsForgottenAfterItsEnd) {
+  const std::string first = "/tmp/.mount_DrawinAAAAAA";
+  const std::string second = "/tmp/.mount_DrawinBBBBBB";
+  const auto nameOf = [this](const std::string& mount) {
+    const auto list =
+        desktop.applications().propertyList(mount + "/drawing.app/Contents/Info.plist");
+    return list ? textProperty(*list, "CFBundleName").value_or("") : "";
+  };
+  mountAppImage(desktop, first, "First");
+  EXPECT_EQ(rule(process(first + "/usr/bin/drawing")), ApplicationRule::appImage);
+  EXPECT_EQ(nameOf(first), "First");
+  desktop.machine.remove(500);
+  desktop.machine.files.remove(first.substr(1));
+  mountAppImage(desktop, second, "Second");
+  Process next = process(second + "/usr/bin/drawing");
+  next.pid = 501;
+  EXPECT_EQ(rule(next), ApplicationRule::appImage);
+  EXPECT_EQ(nameOf(first), "First") << "the name outlives the run";
+  mountAppImage(desktop, first, "Third");
+  Process last = process(first + "/usr/bin/drawing");
+  last.pid = 502;
+  EXPECT_EQ(rule(last), ApplicationRule::appImage);
+  EXPECT_EQ(nameOf(first), "Third");
+}
+
+TEST_F(RuleOf, ABundleIsForgottenAnHourAfterItsLastProcess) {
+  const std::string mount = "/tmp/.mount_DrawinAAAAAA";
+  const std::string bundle = mount + "/drawing.app";
+  mountAppImage(desktop, mount, "Drawing");
+  rule(process(mount + "/usr/bin/drawing"));
+  for (int round = 0; round < 20; ++round) {
+    desktop.machine.seconds += 601;
+    desktop.tick();
+  }
+  EXPECT_TRUE(desktop.applications().presents(bundle)) << "for as long as it runs";
+  desktop.machine.remove(500);
+  desktop.machine.files.remove(mount.substr(1));
+  desktop.machine.seconds += 3000;
+  desktop.tick();
+  EXPECT_TRUE(desktop.applications().presents(bundle));
+  desktop.machine.seconds += 601;
+  desktop.tick();
+  EXPECT_FALSE(desktop.applications().presents(bundle));
+}
+
 }  // namespace
 }  // namespace korvantis

@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <memory>
 #include <string_view>
+#include <unistd.h>
 #include <vector>
 
 #include "platform/linux/FileText.h"
@@ -18,6 +19,10 @@ namespace {
 constexpr std::string_view mountBeginning = "/tmp/.mount_";
 constexpr std::string_view extension = ".desktop";
 constexpr std::size_t longestEntry = 262'144;
+
+bool isThere(const std::string& path) {
+  return ::access(path.c_str(), F_OK) == 0;
+}
 
 EntryPointer entryOfMount(const std::string& root, const std::string& mount) {
   std::vector<std::string> names = namesInFolder(root + mount);
@@ -55,6 +60,8 @@ EntryPointer AppImageMount::find(ProcessEvidence& process, const ProcessSurround
   }
   EntryPointer entry = entryOfMount(around.root, mount);
   const std::lock_guard guard(lock);
+  // No run gets the mount of an earlier one, so what has ended is asked for no more.
+  std::erase_if(entries, [&](const auto& known) { return !isThere(around.root + known.first); });
   return entries.emplace(mount, std::move(entry)).first->second;
 }
 

@@ -11,7 +11,8 @@
 namespace korvantis {
 
 /// Evidence of an AppImage: it runs from a file system of its own, mounted for the one run, whose
-/// top folder holds its entry. Each mount is looked at once. Any thread.
+/// top folder holds its entry. Each mount is looked at once and forgotten after its end. Any
+/// thread.
 class AppImageMount {
  public:
   /// The application of the process; null when it does not run from such a mount.

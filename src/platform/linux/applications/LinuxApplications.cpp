@@ -18,6 +18,9 @@ constexpr double youth = 3.0;
 
 constexpr std::string_view bundleExtension = ".app";
 
+constexpr double forgettingPace = 600.0;
+constexpr double longestUnused = 3600.0;
+
 }  // namespace
 
 LinuxApplications::LinuxApplications(ApplicationSources applicationSources)
@@ -56,6 +59,7 @@ std::vector<ProcessIdentity> LinuxApplications::markSeen(
 
 void LinuxApplications::see(const std::vector<ProcessIdentity>& listed) {
   std::vector<ProcessIdentity> newcomers = markSeen(listed);
+  forgetOldBundles();
   const auto index = currentIndex();
   busNames.refresh(!newcomers.empty(),
                    [index](const std::string& name) { return index->withId(name) != nullptr; });
@@ -111,12 +115,27 @@ std::string LinuxApplications::look(ProcessReading& reading,
     process.presentedPath = evidence.executable();
   }
   std::string path = process.presentedPath;
+  const double now = sources.steadySeconds();
   const std::lock_guard guard(lock);
   process.generation = generation;
   process.round = round;
-  if (process.entry) bundles.insert_or_assign(process.entry->bundlePath, process.entry);
+  if (process.entry) {
+    bundles.insert_or_assign(process.entry->bundlePath, Bundle{process.entry, now});
+  }
   known.insert_or_assign(evidence.identity().pid, std::move(process));
   return path;
+}
+
+void LinuxApplications::forgetOldBundles() {
+  const double now = sources.steadySeconds();
+  const std::lock_guard guard(lock);
+  if (now - forgotAt < forgettingPace) return;
+  forgotAt = now;
+  for (const auto& [pid, process] : known) {
+    if (process.entry) bundles[process.entry->bundlePath] = {process.entry, now};
+  }
+  std::erase_if(bundles,
+                [now](const auto& bundle) { return now - bundle.second.usedAt > longestUnused; });
 }
 
 bool LinuxApplications::isYoung(const ProcessIdentity& process) const {
@@ -191,7 +210,7 @@ ProcessIdentity LinuxApplications::groupApplication(const ProcessIdentity& proce
 EntryPointer LinuxApplications::bundleAt(const std::string& path) const {
   const std::lock_guard guard(lock);
   const auto found = bundles.find(path);
-  if (found != bundles.end()) return found->second;
+  if (found != bundles.end()) return found->second.entry;
   return lastIndex ? lastIndex->withBundle(path) : nullptr;
 }
 

@@ -80,6 +80,7 @@ class LinuxApplications {
   ProcessSurroundings surroundings(std::shared_ptr<const DesktopEntryIndex> index) const;
   std::vector<ProcessIdentity> markSeen(const std::vector<ProcessIdentity>& listed);
   std::string look(ProcessReading& reading, const std::shared_ptr<const DesktopEntryIndex>& index);
+  void forgetOldBundles();
   bool isYoung(const ProcessIdentity& process) const;
   EntryPointer bundleAt(const std::string& path) const;
   template <typename Answer>
@@ -93,8 +94,15 @@ class LinuxApplications {
   /// Guards what follows; never held while something is read.
   mutable std::mutex lock;
   std::unordered_map<std::int32_t, KnownApplicationProcess> known;
-  /// Every bundle that a process was shown in, so that its name outlives its entry.
-  std::unordered_map<std::string, EntryPointer> bundles;
+  struct Bundle {
+    EntryPointer entry;
+    /// When a process was last shown in it, roughly.
+    double usedAt = 0;
+  };
+  /// The bundles in which a process was shown within the last hour, so that a name outlives its
+  /// entry. Runs of AppImages each have one of their own.
+  std::unordered_map<std::string, Bundle> bundles;
+  double forgotAt = 0;
   std::shared_ptr<const DesktopEntryIndex> lastIndex;
   std::uint64_t generation = 0;
   std::uint64_t round = 0;
