@@ -510,6 +510,7 @@ Item {
             verify(y > 0 && y + view("configureBriefs").height < stage.height);
         }
         function test_everyControlIsReachedByTab() {
+            stage.height = 400;
             Fixture.setInsights(1);
             tick();
             scroller().forceActiveFocus(Qt.TabFocusReason);
