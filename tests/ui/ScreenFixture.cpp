@@ -199,6 +199,37 @@ void ScreenFixture::setExportSucceeds(bool succeeds) {
   if (succeeds) scripted_->exported = {"/downloads/readings.csv", "/downloads/usage.csv"};
 }
 
+void ScreenFixture::addInsightWithoutTarget() {
+  Insight insight = makeInsights(200).back();
+  insight.kind = InsightKind::networkBurst;
+  insight.targetAppID.reset();
+  insight.targetAppName.reset();
+  insight.title = "Sustained high network transfer";
+  scripted_->next.newInsights.push_back(insight);
+}
+
+void ScreenFixture::setIdleServers(int count) {
+  scripted_->next.idleServers.assign(static_cast<std::size_t>(count), IdleServer{});
+}
+
+QString ScreenFixture::limits() const {
+  QStringList words;
+  for (const AppLimit& limit : scripted_->store().alerts()->appLimits()) {
+    words.append(QString::fromStdString(limit.appName + "/" + std::string(rawValue(limit.figure))) +
+                 u'/' + QString::number(limit.limit) + u'/' + QString::number(limit.minutes));
+  }
+  return words.join(u' ');
+}
+
+QString ScreenFixture::mutes() const {
+  QStringList words;
+  for (const MutedApp& app : scripted_->store().alerts()->mutedApps()) {
+    words.append(QString::fromStdString(app.appID) + u'/' +
+                 (app.until ? QString::number(app.until->secondsSince1970, 'f', 0) : QString()));
+  }
+  return words.join(u' ');
+}
+
 void ScreenFixture::tick() {
   scripted_->tick();
 }

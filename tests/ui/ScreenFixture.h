@@ -28,6 +28,8 @@ class ScreenFixture : public QObject {
   Q_PROPERTY(QStringList enabledReadouts READ enabledReadouts FINAL)
   Q_PROPERTY(int historyLoads READ historyLoads FINAL)
   Q_PROPERTY(int exports READ exports FINAL)
+  Q_PROPERTY(QString limits READ limits FINAL)
+  Q_PROPERTY(QString mutes READ mutes FINAL)
 
  public:
   using QObject::QObject;
@@ -51,6 +53,10 @@ class ScreenFixture : public QObject {
   QStringList sent() const;
   /// The names of the status item's readouts.
   QStringList enabledReadouts() const;
+  /// The user's limits, such as "Xcode/CPU %/250/5", joined by a blank.
+  QString limits() const;
+  /// The applications that are muted and until when, such as "app-1/87400".
+  QString mutes() const;
 
   /// A fresh store, as at launch.
   Q_INVOKABLE void reset();
@@ -107,6 +113,9 @@ class ScreenFixture : public QObject {
   Q_INVOKABLE void setLedgerName(int index, const QString& name);
   /// Whether an export succeeds.
   Q_INVOKABLE void setExportSucceeds(bool succeeds);
+  /// From the next tick on there is also a finding that is about no application.
+  Q_INVOKABLE void addInsightWithoutTarget();
+  Q_INVOKABLE void setIdleServers(int count);
   Q_INVOKABLE void tick();
 
  signals:

@@ -80,8 +80,9 @@ void ScriptedStore::scriptDelivery(MonitorStoreCalls& calls) {
     sent.emplace_back("program");
     return TaskLaunch{.task = {}, .error = "not here"};
   };
-  calls.http.dataForRequest = [this](const HTTPRequest&) {
+  calls.http.dataForRequest = [this](const HTTPRequest& request) {
     sent.emplace_back("request");
+    requestedURL = request.url;
     return HTTPAnswer{.error = {}, .statusCode = 200};
   };
   calls.workspace.openURL = [this](const std::string&, const std::function<void(bool)>& opened) {
@@ -146,6 +147,7 @@ std::vector<Insight> makeInsights(int count) {
     Insight insight;
     insight.id.bytes[0] = static_cast<std::uint8_t>(number);
     insight.targetAppID = "app-" + std::to_string(number);
+    insight.targetAppName = "App " + std::to_string(number);
     insight.title = "Finding " + std::to_string(number);
     insight.detail = "It has used the processor for minutes.";
     insight.metricText = "150% CPU";

@@ -39,6 +39,8 @@ struct ScriptedStore {
   std::string settingsPath;
   /// What briefs made the outside do: "program", "request" or "open".
   std::vector<std::string> sent;
+  /// Where the last request went.
+  std::string requestedURL;
   /// The clock, in seconds since 1970.
   double now = 1000;
   /// What the history answers, whatever the range; a test may put a real one in its place.

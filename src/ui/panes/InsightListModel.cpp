@@ -1,83 +1,54 @@
 #include "ui/panes/InsightListModel.h"
 
-#include <cstddef>
-#include <string>
 #include <utility>
 
-#include "ui/panes/RowSteps.h"
 #include "ui/views/ModelText.h"
 
 namespace korvantis {
 
 namespace {
 
-QVariant valueOf(const Insight& insight, int role) {
-  switch (role) {
-    case InsightListModel::IconName: return textOf(iconName(insight.kind));
-    case Qt::DisplayRole:
-    case InsightListModel::Title: return textOf(insight.title);
-    case InsightListModel::MetricText: return textOf(insight.metricText);
-    case InsightListModel::Detail: return textOf(insight.detail);
-    case InsightListModel::Description:
-      return textOf(insight.title + ", " + insight.metricText + ". " + insight.detail);
-    default: return {};
-  }
-}
-
-std::vector<std::string> identities(const std::vector<Insight>& insights) {
-  std::vector<std::string> identities;
-  identities.reserve(insights.size());
-  for (const Insight& insight : insights) identities.push_back(insight.id.text());
-  return identities;
+QString descriptionOf(const Insight& insight, bool isPinned) {
+  return textOf(insight.title + ", " + insight.metricText + ". " + insight.detail) +
+         (isPinned ? QStringLiteral(" Pinned.") : QString());
 }
 
 }  // namespace
 
-int InsightListModel::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : static_cast<int>(insights_.size());
-}
-
-QVariant InsightListModel::data(const QModelIndex& index, int role) const {
-  if (index.row() < 0 || index.row() >= rowCount()) return {};
-  return valueOf(insights_[static_cast<std::size_t>(index.row())], role);
+QVariant InsightListModel::valueOf(const InsightRow& row, int role) const {
+  const Insight& insight = row.insight;
+  switch (role) {
+    case InsightID: return QString::fromStdString(insight.id.text());
+    case IconName: return textOf(iconName(insight.kind));
+    case Qt::DisplayRole:
+    case Title: return textOf(insight.title);
+    case MetricText: return textOf(insight.metricText);
+    case Detail: return textOf(insight.detail);
+    case IsPinned: return row.isPinned;
+    case PinIconName:
+      return row.isPinned ? QStringLiteral("pin.slash.fill") : QStringLiteral("pin.fill");
+    case PinHint:
+      return row.isPinned ? QStringLiteral("Unpin Insight") : QStringLiteral("Pin Insight");
+    case CanSnooze: return insight.targetAppID.has_value() && insight.targetAppName.has_value();
+    case Description: return descriptionOf(insight, row.isPinned);
+    default: return {};
+  }
 }
 
 QHash<int, QByteArray> InsightListModel::roleNames() const {
-  return {{IconName, "iconName"},
-          {Title, "title"},
-          {MetricText, "metricText"},
-          {Detail, "detail"},
+  return {{InsightID, "insightID"},     {IconName, "iconName"}, {Title, "title"},
+          {MetricText, "metricText"},   {Detail, "detail"},     {IsPinned, "isPinned"},
+          {PinIconName, "pinIconName"}, {PinHint, "pinHint"},   {CanSnooze, "canSnooze"},
           {Description, "description"}};
 }
 
-void InsightListModel::setInsights(std::vector<Insight> insights) {
-  RowSteps steps;
-  steps.remove = [this](int first, int count) {
-    beginRemoveRows({}, first, first + count - 1);
-    insights_.erase(insights_.begin() + first, insights_.begin() + first + count);
-    endRemoveRows();
-  };
-  steps.move = [this](int from, int to) {
-    // Qt counts the target as it is before the row has left.
-    beginMoveRows({}, from, from, {}, from < to ? to + 1 : to);
-    Insight insight = std::move(insights_[static_cast<std::size_t>(from)]);
-    insights_.erase(insights_.begin() + from);
-    insights_.insert(insights_.begin() + to, std::move(insight));
-    endMoveRows();
-  };
-  steps.insert = [this, &insights](int first, int count) {
-    beginInsertRows({}, first, first + count - 1);
-    insights_.insert(insights_.begin() + first, insights.begin() + first,
-                     insights.begin() + first + count);
-    endInsertRows();
-  };
-  stepTo(identities(insights_), identities(insights), steps);
-  for (int row = 0; row < rowCount(); ++row) {
-    Insight& shown = insights_[static_cast<std::size_t>(row)];
-    if (shown == insights[static_cast<std::size_t>(row)]) continue;
-    shown = std::move(insights[static_cast<std::size_t>(row)]);
-    emit dataChanged(index(row), index(row));
-  }
+void InsightListModel::setInsights(const std::vector<Insight>& insights,
+                                   const std::set<Uuid>& pinnedIDs) {
+  std::vector<InsightRow> wanted;
+  wanted.reserve(insights.size());
+  for (const Insight& insight : insights)
+    wanted.push_back({insight, pinnedIDs.contains(insight.id)});
+  setRows(std::move(wanted));
 }
 
 }  // namespace korvantis

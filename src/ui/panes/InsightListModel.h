@@ -1,34 +1,56 @@
 #pragma once
 
-#include <QAbstractListModel>
-#include <QtQml/qqmlregistration.h>
+#include <set>
+#include <string>
 #include <vector>
 
 #include "core/Insight.h"
+#include "core/Uuid.h"
+#include "ui/panes/RowListModel.h"
 
 namespace korvantis {
 
-/// The findings, for a view. It follows a new list by identity and tells the view only what
-/// changed. Main thread.
-class InsightListModel : public QAbstractListModel {
-  Q_OBJECT
-  QML_ELEMENT
-  QML_UNCREATABLE("InsightsPaneModel owns it")
+/// A finding, and whether the user has pinned it.
+struct InsightRow {
+  Insight insight;
+  bool isPinned = false;
 
+  bool operator==(const InsightRow&) const = default;
+
+  /// What tells one of these from another in a list.
+  std::string identity() const { return insight.id.text(); }
+};
+
+/// The findings, for a view. Main thread.
+class InsightListModel : public RowListModel<InsightRow> {
  public:
-  enum Role { IconName = Qt::UserRole + 1, Title, MetricText, Detail, Description };
+  enum Role {
+    /// What the pane model's operations on a finding take.
+    InsightID = Qt::UserRole + 1,
+    IconName,
+    Title,
+    MetricText,
+    Detail,
+    IsPinned,
+    /// The symbol and the words of the button that pins or unpins.
+    PinIconName,
+    PinHint,
+    /// Only a finding about one application can be snoozed.
+    CanSnooze,
+    /// The whole finding in words, for those who can't see it.
+    Description
+  };
 
-  using QAbstractListModel::QAbstractListModel;
+  using RowListModel::RowListModel;
 
-  int rowCount(const QModelIndex& parent = {}) const override;
-  QVariant data(const QModelIndex& index, int role) const override;
   QHash<int, QByteArray> roleNames() const override;
 
-  /// Shows these findings from now on.
-  void setInsights(std::vector<Insight> insights);
+  /// Shows these findings from now on, those of `pinnedIDs` as pinned; what a finding says of
+  /// itself plays no part.
+  void setInsights(const std::vector<Insight>& insights, const std::set<Uuid>& pinnedIDs);
 
- private:
-  std::vector<Insight> insights_;
+ protected:
+  QVariant valueOf(const InsightRow& row, int role) const override;
 };
 
 }  // namespace korvantis

@@ -1,10 +1,9 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Controls.Basic
 import Korvantis.Screens
 
-// What is wrong now, and what was found lately.
+// What is wrong now, what was found lately, the user's own limits, and the phone briefs.
 PaneView {
     id: pane
 
@@ -14,108 +13,101 @@ PaneView {
         store: pane.store
     }
 
-    component Caption: FigureText {
-        font: OstrelFont.system(11, Font.Bold, 0.6)
-        color: OstrelTheme.ink3
-    }
+    PaneScroller {
+        id: scroller
 
-    Rectangle {
-        id: summary
+        property InsightCardView pressedCard: null
 
-        anchors.top: parent.top
-        anchors.left: parent.left
-        anchors.right: parent.right
-        anchors.margins: 16
-        height: words.implicitHeight + 32
-        color: OstrelTheme.cardBackground
-        radius: 12
-        border.width: 1
-        border.color: OstrelTheme.hairline
-
-        Column {
-            id: words
-
-            anchors.left: parent.left
-            anchors.right: parent.right
-            anchors.verticalCenter: parent.verticalCenter
-            anchors.leftMargin: 16
-            anchors.rightMargin: 16
-            spacing: 8
-
-            Row {
-                spacing: 6
-
-                SymbolView {
-                    name: "stethoscope"
-                    size: 12
-                    tint: OstrelTheme.heat
-                    anchors.verticalCenter: parent.verticalCenter
-                }
-                Caption {
-                    text: "WHAT'S WRONG RIGHT NOW"
-                    anchors.verticalCenter: parent.verticalCenter
-                }
-            }
-            FigureText {
-                objectName: "headline"
-                width: parent.width
-                text: insights.headline
-                font: OstrelFont.system(15)
-                wrapMode: Text.Wrap
-                elide: Text.ElideNone
-            }
-        }
-    }
-
-    Caption {
-        id: findingsCaption
-
-        objectName: "findingsTitle"
-        anchors.top: summary.bottom
-        anchors.left: parent.left
-        anchors.topMargin: 18
-        anchors.leftMargin: 20
-        text: insights.findingsTitle
-    }
-
-    ListView {
-        id: list
-
-        objectName: "insightList"
-        anchors.top: findingsCaption.bottom
-        anchors.left: parent.left
-        anchors.right: parent.right
-        anchors.bottom: parent.bottom
-        anchors.margins: 16
-        anchors.topMargin: 10
-        clip: true
+        objectName: "insightsScroller"
+        name: "Insights"
+        anchors.fill: parent
         spacing: 8
-        model: insights.insights
-        activeFocusOnTab: true
-        keyNavigationEnabled: true
-        boundsBehavior: Flickable.StopAtBounds
-        highlightMoveDuration: 0
-        Accessible.role: Accessible.List
-        Accessible.name: "Insights"
-        ScrollBar.vertical: ThinScrollBar {}
+        heldBlock: limits.isBusy ? limitsBlock : pressedCard
 
-        delegate: InsightRowView {
-            id: card
+        WhatsWrongSummaryCard {
+            width: parent ? parent.width : 0
+            pane: insights
+        }
+        Item {
+            width: parent ? parent.width : 0
+            height: 36
 
-            width: ListView.view.width
-
-            FocusRing {
-                radius: 12
-                shown: card.ListView.isCurrentItem && list.activeFocus
+            SectionCaption {
+                objectName: "findingsTitle"
+                x: 4
+                anchors.verticalCenter: parent.verticalCenter
+                text: insights.findingsTitle
+            }
+            QuietButton {
+                objectName: "clearUnpinned"
+                visible: insights.hasFindings
+                anchors.right: parent.right
+                anchors.verticalCenter: parent.verticalCenter
+                text: "Clear Unpinned"
+                onClicked: pane.store.clearUnpinnedInsights()
             }
         }
-    }
+        FrameView {
+            objectName: "noFindings"
+            visible: !insights.hasFindings
+            width: parent ? parent.width : 0
+            height: Math.ceil(empty.implicitHeight) + 48
+            radius: 12
 
-    EmptyStateView {
-        visible: list.count === 0
-        anchors.centerIn: list
-        icon: "sparkles"
-        title: "No Active Strain Alerts"
-        subtitle: "Korvantis continuously watches for sustained CPU spikes, memory leaks, disk bursts, forgotten dev servers, and custom app thresholds."
+            EmptyStateView {
+                id: empty
+
+                anchors.centerIn: parent
+                icon: "sparkles"
+                title: "No Active Strain Alerts"
+                subtitle: "Korvantis continuously watches for sustained CPU spikes, memory leaks, disk bursts, forgotten dev servers, and custom app thresholds."
+            }
+        }
+        Repeater {
+            id: findings
+
+            objectName: "findings"
+            model: insights.insights
+
+            InsightCardView {
+                width: parent ? parent.width : 0
+                onIsPressedChanged: scroller.pressedCard = isPressed ? this : null
+                onTogglePin: insights.togglePin(insightID)
+                onSnooze: insights.snooze(insightID)
+                onDismiss: insights.dismiss(insightID)
+            }
+            onItemRemoved: (index, item) => {
+                const gone = item as InsightCardView;
+                if (!gone.activeFocus)
+                    return;
+                const next = itemAt(Math.min(index, count - 1)) as InsightCardView;
+                if (next)
+                    next.takeFocus(gone.focusReason);
+                else
+                    scroller.forceActiveFocus();
+            }
+        }
+        Item {
+            id: limitsBlock
+
+            width: parent ? parent.width : 0
+            height: limits.implicitHeight + 16
+
+            CustomAppLimitsCard {
+                id: limits
+
+                objectName: "limitsCard"
+                y: 8
+                width: parent.width
+                height: implicitHeight
+                pane: insights
+            }
+        }
+        RemotePhoneBriefsCard {
+            objectName: "briefsCard"
+            width: parent ? parent.width : 0
+            pane: insights
+            alerts: pane.store.remoteAlerts
+        }
     }
 }

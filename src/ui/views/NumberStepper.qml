@@ -44,7 +44,7 @@ Control {
         required property string words
 
         implicitWidth: 24
-        implicitHeight: 24
+        implicitHeight: 23
         // The stepper as a whole has the keyboard.
         focusPolicy: Qt.NoFocus
         hoverEnabled: true

@@ -6,7 +6,8 @@ import QtQuick.Templates as Templates
 import Korvantis.Screens
 
 // What a pane puts below each other, with a way to scroll when it does not fit: by wheel, by keys,
-// and by itself when the keyboard moves to a control outside the view.
+// and by itself when the keyboard moves to a control outside the view. What is in view stays in view
+// while blocks above it come and go, except at the very top, where news is wanted.
 FocusScope {
     id: scroller
 
@@ -14,6 +15,8 @@ FocusScope {
     property alias spacing: column.spacing
     required property string name
     property real margin: 16
+    // A block that must not move for now, also at the top, or null.
+    property Item heldBlock: null
     readonly property real contentY: flickable.contentY
     readonly property real contentHeight: flickable.contentHeight
     readonly property real furthest: Math.max(0, flickable.contentHeight - flickable.height)
@@ -40,8 +43,10 @@ FocusScope {
     // Under a pointer nothing may move away.
     onFocusedChanged: {
         const control = focused as Templates.Control;
-        if (control && control.visualFocus && isInside(control))
-            reveal(control);
+        const field = focused as Templates.TextField;
+        const isByKeyboard = control ? control.visualFocus : field !== null && field.focusReason !== Qt.MouseFocusReason;
+        if (isByKeyboard && isInside(focused))
+            reveal(focused);
     }
     Keys.onPressed: event => {
         const steps = new Map([[Qt.Key_Up, -48], [Qt.Key_Down, 48], [Qt.Key_PageUp, -0.9 * height], [Qt.Key_PageDown, 0.9 * height], [Qt.Key_Home, -contentHeight], [Qt.Key_End, contentHeight]]);
@@ -72,7 +77,18 @@ FocusScope {
             y: scroller.margin
             width: flickable.width - 2 * scroller.margin
             spacing: 14
+            onPositioningComplete: {
+                const top = flickable.contentY - y;
+                const shift = steady.shiftAfterLayout(top, top + flickable.height, scroller.heldBlock);
+                if (shift !== 0 && (flickable.contentY > 0 || scroller.heldBlock))
+                    scroller.scrollTo(flickable.contentY + shift);
+            }
         }
+    }
+    SteadyScroll {
+        id: steady
+
+        column: column
     }
     FocusRing {
         anchors.margins: 2

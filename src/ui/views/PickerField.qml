@@ -11,6 +11,7 @@ ComboBox {
     required property string caption
     // Off where the caption stands beside the field.
     property bool showsCaption: true
+    property color outline: OstrelTheme.hairline
 
     textRole: "label"
     valueRole: "name"
@@ -56,7 +57,7 @@ ComboBox {
         color: picker.hovered ? OstrelTheme.elevatedCard : OstrelTheme.cardBackground
         radius: 8
         border.width: picker.visualFocus ? 1.5 : 1
-        border.color: picker.visualFocus ? OstrelTheme.cpu : OstrelTheme.hairline
+        border.color: picker.visualFocus ? OstrelTheme.cpu : picker.outline
     }
 
     delegate: ItemDelegate {
@@ -90,6 +91,7 @@ ComboBox {
         width: picker.width
         padding: 4
         implicitHeight: contentItem.implicitHeight + 8
+        margins: 8
         enter: null
         exit: null
 
