@@ -8,7 +8,7 @@
 #include "support/CommaLocale.h"
 #include "ui/ScreenTexts.h"
 #include "ui/ScriptedStore.h"
-#include "ui/panes/ApplicationList.h"
+#include "ui/panes/ProcessesPaneModel.h"
 #include "ui/panes/SoundPaneModel.h"
 #include "ui/theme/OstrelTheme.h"
 
@@ -61,10 +61,11 @@ class LocaleTest : public testing::Test {
 };
 
 TEST_F(LocaleTest, TheTextsOfAllScreensAreLookedAt) {
-  for (const char* who : {"RootContentModel.", "OverviewPaneModel.", "ApplicationList.rows.",
-                          "InsightsPaneModel.insights.", "AgentsPaneModel.plans.",
-                          "AgentsPaneModel.sessions.", "SoundPaneModel.streams.", "SettingsModel.",
-                          "ProcessesPaneModel.", "title: ", "headline: ", "brief: "}) {
+  for (const char* who :
+       {"RootContentModel.", "OverviewPaneModel.", "ProcessesPaneModel.rows.",
+        "InsightsPaneModel.insights.", "AgentsPaneModel.plans.", "AgentsPaneModel.sessions.",
+        "SoundPaneModel.streams.", "AppearanceSettingsModel.", "HistoryPaneModel.",
+        "RemoteAlertsModel.", "title: ", "headline: ", "brief: "}) {
     const QString prefix = QString::fromUtf8(who);
     EXPECT_TRUE(std::any_of(english.begin(), english.end(), [&](const QString& text) {
       return text.startsWith(prefix);
@@ -121,11 +122,11 @@ TEST_F(LocaleTest, FilteringIgnoresCaseByNoLanguagesRules) {
     QLocale::setDefault(QLocale(QString::fromUtf8(language)));
     ScriptedStore scripted;
     scripted.next.appGroups = {makeGroup("Infinite Indexer")};
-    ApplicationList list;
-    list.setFollowsPicker(true);
-    list.setStore(&scripted.store());
+    ProcessesPaneModel processes;
+    processes.setStore(&scripted.store());
+    scripted.store().setShowSystemProcesses(true);
     scripted.store().setProcessSearchText(QStringLiteral("INFINITE"));
-    EXPECT_EQ(list.groupCount(), 1) << language;
+    EXPECT_EQ(processes.rows()->rowCount(), 1) << language;
   }
 }
 

@@ -10,12 +10,13 @@
 #include "ui/ScriptedStore.h"
 #include "ui/StatusItemTitle.h"
 #include "ui/panes/AgentsPaneModel.h"
-#include "ui/panes/ApplicationList.h"
+#include "ui/panes/HistoryPaneModel.h"
 #include "ui/panes/InsightsPaneModel.h"
 #include "ui/panes/OverviewPaneModel.h"
 #include "ui/panes/ProcessesPaneModel.h"
 #include "ui/panes/SoundPaneModel.h"
-#include "ui/settings/SettingsModel.h"
+#include "ui/settings/AppearanceSettingsModel.h"
+#include "ui/settings/RemoteAlertsModel.h"
 #include "ui/views/ModelText.h"
 #include "ui/views/RootContentModel.h"
 
@@ -154,6 +155,14 @@ void appendModelOf(QStringList& texts, MonitorStore& store) {
   appendModel(texts, model);
 }
 
+void appendProcesses(QStringList& texts, MonitorStore& store) {
+  store.setShowSystemProcesses(true);
+  for (const ProcessesSubTab tab : allCases<ProcessesSubTab>()) {
+    store.setSelectedProcessSubTab(tab);
+    appendModelOf<ProcessesPaneModel>(texts, store);
+  }
+}
+
 /// All readouts in each unit of temperature.
 void appendTitles(QStringList& texts, MonitorStore& store) {
   std::set<MenuBarReadout> readouts;
@@ -179,14 +188,15 @@ QStringList screenTexts() {
   QStringList texts;
   appendModelOf<RootContentModel>(texts, store);
   appendModelOf<OverviewPaneModel>(texts, store);
-  appendModelOf<ApplicationList>(texts, store);
+  appendProcesses(texts, store);
   appendModelOf<InsightsPaneModel>(texts, store);
   appendModelOf<AgentsPaneModel>(texts, store);
   appendModelOf<SoundPaneModel>(texts, store);
-  appendModel(texts, ProcessesPaneModel());
-  SettingsModel settings;
-  settings.setLook(store.look());
-  appendModel(texts, settings);
+  appendModelOf<HistoryPaneModel>(texts, store);
+  appendModelOf<RemoteAlertsModel>(texts, store);
+  AppearanceSettingsModel appearance;
+  appearance.setLook(store.look());
+  appendModel(texts, appearance);
   appendTitles(texts, store);
   texts.append(QStringLiteral("brief: ") +
                textOf(formatBrief(store.snapshot(), "Intel Inside", "Manual Test")));
