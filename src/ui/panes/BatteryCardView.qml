@@ -18,6 +18,7 @@ OstrelCardContainer {
 
     CardLine {
         name: view.overview.battery.cyclesText
+        keepsWords: true
         figure: view.overview.battery.temperatureText
         figureColor: OstrelTheme.ink2
     }

@@ -29,6 +29,7 @@ OstrelCardContainer {
     }
     CardLine {
         name: view.overview.cpu.loadText
+        keepsWords: true
         figure: view.overview.cpu.coresText
         figureColor: OstrelTheme.ink3
     }

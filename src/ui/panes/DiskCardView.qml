@@ -25,6 +25,7 @@ OstrelCardContainer {
     }
     CardLine {
         name: view.overview.disk.readText
+        keepsWords: true
         figure: view.overview.disk.writeText
         figureColor: OstrelTheme.ink2
     }

@@ -14,6 +14,8 @@ OstrelCardContainer {
     iconName: "brain.head.profile"
     accentColor: OstrelTheme.gpu
     headline: overview.gpu.headline
+    // Two figures in one line.
+    smallestHeadline: 0.5
     subheadline: overview.gpu.subheadline
 
     SparklineView {

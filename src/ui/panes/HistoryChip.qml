@@ -4,7 +4,7 @@ import Korvantis.Screens
 
 // One of several small buttons in a row, of which exactly one is chosen. The arrow keys walk along
 // the row.
-AbstractButton {
+RadioButton {
     id: chip
 
     required property bool isSelected
@@ -22,6 +22,9 @@ AbstractButton {
     bottomPadding: 6
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
+    // Screen readers are told the role of the type, whatever is said here; what is chosen is told below.
+    checkable: false
+    indicator: null
     Accessible.role: Accessible.RadioButton
     Accessible.name: text
     Accessible.checkable: true

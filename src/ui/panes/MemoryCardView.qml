@@ -42,11 +42,13 @@ OstrelCardContainer {
     }
     CardLine {
         name: view.overview.memory.appText
+        keepsWords: true
         figure: view.overview.memory.wiredText
         figureColor: OstrelTheme.ink2
     }
     CardLine {
         name: view.overview.memory.swapText
+        keepsWords: true
         fontSize: 10
         nameColor: OstrelTheme.ink3
     }

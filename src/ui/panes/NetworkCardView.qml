@@ -14,6 +14,8 @@ OstrelCardContainer {
     iconName: "network"
     accentColor: OstrelTheme.network
     headline: overview.network.headline
+    // Two rates in one line: half a size is better than half a figure.
+    smallestHeadline: 0.5
 
     SparklineView {
         Layout.fillWidth: true
@@ -24,14 +26,17 @@ OstrelCardContainer {
         symbol: "arrow.down.circle.fill"
         symbolColor: OstrelTheme.network
         name: view.overview.network.sessionIn
+        keepsWords: true
     }
     CardLine {
         symbol: "arrow.up.circle.fill"
         symbolColor: OstrelTheme.network
         name: view.overview.network.sessionOut
+        keepsWords: true
     }
     CardLine {
         name: view.overview.network.portsText
+        keepsWords: true
         nameColor: OstrelTheme.ink3
     }
 }

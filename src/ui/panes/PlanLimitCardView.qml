@@ -87,6 +87,8 @@ CardFrame {
             width: Math.min(implicitWidth, Math.max(0, week.x - 8))
             text: card.plan.todayText
             font: OstrelFont.system(10.5)
+            fontSizeMode: Text.HorizontalFit
+            minimumPointSize: 5
             color: OstrelTheme.ink3
         }
         FigureText {

@@ -67,7 +67,12 @@ ItemDelegate {
     Accessible.name: row.description
     Accessible.description: isGroup ? row.isExpanded ? "Opened" : "Closed" : ""
     // A row that is put by must not keep the keyboard.
-    ListView.onPooled: KeyboardFocus.gather(delegate)
+    // A row that is kept for later is painted by nobody, but screen readers would still find it.
+    ListView.onPooled: {
+        KeyboardFocus.gather(delegate);
+        visible = false;
+    }
+    ListView.onReused: visible = true
     onClicked: if (isGroup)
         toggleExpanded()
     Component.onCompleted: {

@@ -3,7 +3,7 @@ import QtQuick.Controls.Basic
 import Korvantis.Screens
 
 // One of the lists to choose from, with the number of things in it.
-AbstractButton {
+TabButton {
     id: pill
 
     required property string badge
@@ -14,6 +14,8 @@ AbstractButton {
     rightPadding: 12
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
+    // Screen readers are told the role of the type, whatever is said here; what is chosen is told below.
+    checkable: false
     Accessible.role: Accessible.PageTab
     Accessible.name: badge === "" ? text : text + ", " + badge
     Accessible.selected: isSelected

@@ -3,7 +3,7 @@ import QtQuick.Controls.Basic
 import Korvantis.Screens
 
 // Whether more than the applications is listed.
-AbstractButton {
+CheckBox {
     id: toggle
 
     required property bool isOn
@@ -12,6 +12,11 @@ AbstractButton {
     padding: 7
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
+    // Screen readers are told the role of the type, whatever is said here; what is chosen is told below.
+    checked: isOn
+    // It never changes by itself.
+    nextCheckState: () => toggle.isOn ? Qt.Checked : Qt.Unchecked
+    indicator: null
     Accessible.role: Accessible.CheckBox
     Accessible.name: text
     Accessible.checkable: true

@@ -36,6 +36,8 @@ OstrelCardContainer {
             Layout.fillWidth: true
             text: view.overview.thermal.fanText
             font: OstrelFont.system(11)
+            fontSizeMode: Text.HorizontalFit
+            minimumPointSize: 5
             color: OstrelTheme.ink2
         }
         QuietButton {

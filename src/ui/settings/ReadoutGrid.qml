@@ -24,7 +24,7 @@ GridLayout {
         settings: grid.settings
     }
 
-    component ReadoutButton: AbstractButton {
+    component ReadoutButton: CheckBox {
         id: button
 
         required property string symbol
@@ -38,6 +38,11 @@ GridLayout {
         bottomPadding: 7
         focusPolicy: Qt.StrongFocus
         hoverEnabled: true
+        // Screen readers are told the role of the type, whatever is said here; what is chosen is told below.
+        checked: isOn
+        // It never changes by itself.
+        nextCheckState: () => button.isOn ? Qt.Checked : Qt.Unchecked
+        indicator: null
         Accessible.role: Accessible.CheckBox
         Accessible.name: text
         Accessible.description: isLast ? hint.text : ""

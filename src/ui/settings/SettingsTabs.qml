@@ -16,7 +16,7 @@ FrameView {
     Accessible.role: Accessible.PageTabList
     Accessible.name: "Settings"
 
-    component TabButton: AbstractButton {
+    component SettingsTabButton: TabButton {
         id: button
 
         required property bool isSelected
@@ -28,6 +28,8 @@ FrameView {
         bottomPadding: 6
         focusPolicy: Qt.StrongFocus
         hoverEnabled: true
+        // Screen readers are told the role of the type, whatever is said here; what is chosen is told below.
+        checkable: false
         Accessible.role: Accessible.PageTab
         Accessible.name: text
         Accessible.selected: isSelected
@@ -59,7 +61,7 @@ FrameView {
         Repeater {
             model: SettingsChoices.tabs
 
-            TabButton {
+            SettingsTabButton {
                 required property string modelData
 
                 objectName: "settings-tab-" + modelData

@@ -5,7 +5,7 @@ import Korvantis.Screens
 
 // A setting that is on or off, with its name at its left. It shows `isOn` and never changes it by
 // itself.
-AbstractButton {
+CheckBox {
     id: toggle
 
     required property bool isOn
@@ -14,6 +14,11 @@ AbstractButton {
     padding: 0
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
+    // Screen readers are told the role of the type, whatever is said here; what is chosen is told below.
+    checked: isOn
+    // It never changes by itself.
+    nextCheckState: () => toggle.isOn ? Qt.Checked : Qt.Unchecked
+    indicator: null
     Accessible.role: Accessible.CheckBox
     Accessible.name: text
     Accessible.checkable: true

@@ -12,6 +12,9 @@ Item {
     // A dot of the symbol's colour in place of a symbol.
     property bool hasDot: false
     property string name
+    // Our own words and figures in place of a name: they get smaller where there is no room, and are
+    // never cut.
+    property bool keepsWords: false
     property string figure
     property real fontSize: 11
     property color nameColor: OstrelTheme.ink2
@@ -42,11 +45,15 @@ Item {
     FigureText {
         id: nameText
 
+        readonly property real room: figureText.x - 6 - x
+
         x: line.nameX
         anchors.verticalCenter: parent.verticalCenter
-        width: Math.max(0, Math.min(implicitWidth, figureText.x - 6 - x))
+        width: Math.max(0, line.keepsWords ? room : Math.min(implicitWidth, room))
         text: line.name
         font: OstrelFont.system(line.fontSize)
+        fontSizeMode: line.keepsWords ? Text.HorizontalFit : Text.FixedSize
+        minimumPointSize: 5
         color: line.nameColor
     }
     FigureText {
@@ -55,6 +62,11 @@ Item {
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
         text: line.figure
+        // Both give way alike.
+        width: line.keepsWords ? Math.min(implicitWidth, (line.width - 6 - line.nameX) * implicitWidth / (implicitWidth + nameText.implicitWidth)) : implicitWidth
+        fontSizeMode: line.keepsWords ? Text.HorizontalFit : Text.FixedSize
+        minimumPointSize: 5
+        horizontalAlignment: Text.AlignRight
         elide: Text.ElideNone
         font: OstrelFont.monospaced(line.fontSize)
         color: line.figureColor

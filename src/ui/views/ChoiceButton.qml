@@ -4,7 +4,7 @@ import QtQuick.Layouts
 import Korvantis.Screens
 
 // One of several large buttons of which exactly one is chosen.
-AbstractButton {
+RadioButton {
     id: button
 
     required property bool isSelected
@@ -15,6 +15,9 @@ AbstractButton {
     rightPadding: 14
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
+    // Screen readers are told the role of the type, whatever is said here; what is chosen is told below.
+    checkable: false
+    indicator: null
     Accessible.role: Accessible.RadioButton
     Accessible.name: text
     Accessible.checked: isSelected

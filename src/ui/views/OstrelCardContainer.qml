@@ -11,6 +11,8 @@ FocusScope {
     required property color accentColor
     required property string headline
     property string subheadline
+    // How far the big figure may shrink before it is cut.
+    property real smallestHeadline: 0.85
     // A card that leads somewhere reacts to clicks and takes the keyboard focus.
     property bool isTappable: false
     readonly property bool isHovered: pointer.hovered
@@ -93,7 +95,7 @@ FocusScope {
             text: card.headline
             font: wanted
             fontSizeMode: Text.HorizontalFit
-            minimumPointSize: Math.max(1, Math.floor(wanted.pointSize * 0.85))
+            minimumPointSize: Math.max(1, Math.floor(wanted.pointSize * card.smallestHeadline))
             elide: Text.ElideRight
         }
         FigureText {
@@ -102,6 +104,8 @@ FocusScope {
             Layout.fillWidth: true
             text: card.subheadline
             font: OstrelFont.monospaced(11, Font.Medium)
+            fontSizeMode: Text.HorizontalFit
+            minimumPointSize: 5
             color: OstrelTheme.ink3
             elide: Text.ElideRight
         }

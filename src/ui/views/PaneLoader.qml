@@ -7,6 +7,9 @@ Loader {
 
     required property MonitorStore store
 
+    // What a pane scrolls stays between the bars.
+    clip: true
+
     readonly property string fileName: {
         switch (store.selectedPane) {
         case "processes":

@@ -3,7 +3,7 @@ import QtQuick.Controls.Basic
 import Korvantis.Screens
 
 // One tab of the navigation bar, with its keyboard shortcut.
-AbstractButton {
+TabButton {
     id: tabButton
 
     required property paneTab tab
@@ -23,6 +23,8 @@ AbstractButton {
     bottomPadding: 6
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
+    // Screen readers are told the role of the type, whatever is said here; what is chosen is told below.
+    checkable: false
     Accessible.role: Accessible.PageTab
     Accessible.name: badge === "" ? tab.title : tab.title + ", " + badge + " findings"
     Accessible.selected: isSelected
