@@ -8,7 +8,7 @@
 #include "support/CommaLocale.h"
 #include "ui/ScreenTexts.h"
 #include "ui/ScriptedStore.h"
-#include "ui/panes/ApplicationList.h"
+#include "ui/panes/ProcessesPaneModel.h"
 #include "ui/panes/SoundPaneModel.h"
 #include "ui/theme/OstrelTheme.h"
 
@@ -61,7 +61,7 @@ class LocaleTest : public testing::Test {
 };
 
 TEST_F(LocaleTest, TheTextsOfAllScreensAreLookedAt) {
-  for (const char* who : {"RootContentModel.", "OverviewPaneModel.", "ApplicationList.rows.",
+  for (const char* who : {"RootContentModel.", "OverviewPaneModel.", "ProcessesPaneModel.rows.row.",
                           "InsightsPaneModel.insights.", "AgentsPaneModel.plans.",
                           "AgentsPaneModel.sessions.", "SoundPaneModel.streams.", "SettingsModel.",
                           "ProcessesPaneModel.", "title: ", "headline: ", "brief: "}) {
@@ -121,11 +121,10 @@ TEST_F(LocaleTest, FilteringIgnoresCaseByNoLanguagesRules) {
     QLocale::setDefault(QLocale(QString::fromUtf8(language)));
     ScriptedStore scripted;
     scripted.next.appGroups = {makeGroup("Infinite Indexer")};
-    ApplicationList list;
-    list.setFollowsPicker(true);
-    list.setStore(&scripted.store());
+    ProcessesPaneModel pane;
+    pane.setStore(&scripted.store());
     scripted.store().setProcessSearchText(QStringLiteral("INFINITE"));
-    EXPECT_EQ(list.groupCount(), 1) << language;
+    EXPECT_EQ(pane.rows()->rowCount(), 1) << language;
   }
 }
 

@@ -10,7 +10,6 @@
 #include "ui/ScriptedStore.h"
 #include "ui/StatusItemTitle.h"
 #include "ui/panes/AgentsPaneModel.h"
-#include "ui/panes/ApplicationList.h"
 #include "ui/panes/InsightsPaneModel.h"
 #include "ui/panes/OverviewPaneModel.h"
 #include "ui/panes/ProcessesPaneModel.h"
@@ -179,11 +178,13 @@ QStringList screenTexts() {
   QStringList texts;
   appendModelOf<RootContentModel>(texts, store);
   appendModelOf<OverviewPaneModel>(texts, store);
-  appendModelOf<ApplicationList>(texts, store);
+  for (const ProcessesSubTab tab : allCases<ProcessesSubTab>()) {
+    store.setSelectedProcessSubTab(tab);
+    appendModelOf<ProcessesPaneModel>(texts, store);
+  }
   appendModelOf<InsightsPaneModel>(texts, store);
   appendModelOf<AgentsPaneModel>(texts, store);
   appendModelOf<SoundPaneModel>(texts, store);
-  appendModel(texts, ProcessesPaneModel());
   SettingsModel settings;
   settings.setLook(store.look());
   appendModel(texts, settings);
