@@ -106,6 +106,30 @@ TEST_F(ProcessesListModelTest, BearsRepeatedIdentities) {
   EXPECT_THAT(shown(model), testing::ElementsAre("a", "b", "a", "a"));
 }
 
+TEST_F(ProcessesListModelTest, RowsOutOfSightAreRewrittenWhereTheyStand) {
+  model.setRows(rows({"a", "b", "c", "d", "e"}));
+  forget();
+  model.setShown(0, 1, -1);
+  model.setRows(rows({"a", "b", "e", "c", "d"}));
+  EXPECT_EQ(moved.size(), 0);
+  ASSERT_EQ(signalCount(), 1);
+  EXPECT_EQ(changed[0][0].toModelIndex().row(), 2);
+  EXPECT_EQ(changed[0][1].toModelIndex().row(), 4);
+  EXPECT_THAT(shown(model), testing::ElementsAre("a", "b", "e", "c", "d"));
+}
+
+TEST_F(ProcessesListModelTest, ShownRowsAndTheCurrentOneMoveWhereverTheyGo) {
+  model.setRows(rows({"a", "b", "c", "d", "e"}));
+  const QPersistentModelIndex first(model.index(0));
+  const QPersistentModelIndex current(model.index(4));
+  forget();
+  model.setShown(0, 1, 4);
+  model.setRows(rows({"e", "d", "c", "b", "a"}));
+  EXPECT_EQ(first.row(), 4);
+  EXPECT_EQ(current.row(), 0);
+  EXPECT_THAT(shown(model), testing::ElementsAre("e", "d", "c", "b", "a"));
+}
+
 TEST_F(ProcessesListModelTest, AnyListBecomesAnyOtherWithTheRightValues) {
   std::mt19937 chance(11);
   for (int round = 0; round < 300; ++round) {
@@ -115,6 +139,9 @@ TEST_F(ProcessesListModelTest, AnyListBecomesAnyOtherWithTheRightValues) {
       wanted.push_back(row(std::string(1, static_cast<char>('a' + chance() % 8)),
                            QString::number(chance() % 3)));
     }
+    // Whatever of it is shown.
+    const int first = static_cast<int>(chance() % 10) - 1;
+    model.setShown(first, first + static_cast<int>(chance() % 5), static_cast<int>(chance() % 8));
     model.setRows(wanted);
     ASSERT_EQ(model.rowCount(), static_cast<int>(wanted.size()));
     for (std::size_t index = 0; index < wanted.size(); ++index) {

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <iterator>
 #include <string>
+#include <unordered_set>
 #include <utility>
 
 #include "ui/panes/RowSteps.h"
@@ -13,10 +14,13 @@ namespace {
 
 using Rows = std::vector<std::unique_ptr<ProcessesRow>>;
 
-std::vector<std::string> identities(const Rows& rows) {
-  std::vector<std::string> identities;
-  identities.reserve(rows.size());
-  for (const auto& row : rows) identities.push_back(row->identity);
+/// The identities of the rows, with none for those that are not in `kept`.
+std::vector<std::string> identities(const Rows& rows, const std::unordered_set<std::string>& kept) {
+  std::vector<std::string> identities(rows.size());
+  for (std::size_t index = 0; index < rows.size(); ++index) {
+    const std::string& identity = rows[index]->identity;
+    if (kept.contains(identity)) identities[index] = identity;
+  }
   return identities;
 }
 
@@ -40,6 +44,14 @@ QVariant ProcessesListModel::data(const QModelIndex& index, int role) const {
 
 QHash<int, QByteArray> ProcessesListModel::roleNames() const {
   return {{Row, "row"}};
+}
+
+void ProcessesListModel::setShown(int first, int last, int current) {
+  shown_ = Shown{first, last, current};
+}
+
+bool ProcessesListModel::isShown(int place) const {
+  return !shown_ || (place >= shown_->first && place <= shown_->last) || place == shown_->current;
 }
 
 void ProcessesListModel::setRows(std::vector<ProcessesRow> rows) {
@@ -74,7 +86,11 @@ void ProcessesListModel::follow(Rows& wanted) {
                  std::make_move_iterator(at(wanted, first + count)));
     endInsertRows();
   };
-  stepTo(identities(rows_), identities(wanted), steps);
+  std::unordered_set<std::string> kept;
+  for (int place = 0; place < rowCount(); ++place) {
+    if (isShown(place)) kept.insert(rowAt(place)->identity);
+  }
+  stepTo(identities(rows_, kept), identities(wanted, kept), steps);
 }
 
 /// Takes over the values of the rows that stayed, and names each run of changed rows.

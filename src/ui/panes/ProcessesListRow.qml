@@ -3,8 +3,9 @@ import QtQuick.Controls.Basic
 import Korvantis.Screens
 
 // One row of a list of the processes pane: the piece of the card behind it, and on it the view of
-// what the row stands for.
-ItemDelegate {
+// what the row stands for. A focus scope, since the list gives its current row the focus again and
+// again, which must not take it from a button inside.
+FocusScope {
     id: delegate
 
     required property int index
@@ -13,12 +14,14 @@ ItemDelegate {
     property bool showsFocusRing: false
     readonly property bool isGroup: row.kind === "appGroup"
     readonly property bool isCardOfOneRow: row.isFirstOfCard && row.isLastOfCard
+    readonly property bool isInnerLine: row.kind === "caption" || row.kind === "helperShare"
     readonly property bool isNarrow: width < ProcessesMetrics.narrowWidth
     readonly property int gapBelow: row.isLastOfCard ? ProcessesMetrics.gap : 0
     // The last row of a card of several keeps clear of its rounded corners.
     readonly property int innerBottom: row.isLastOfCard && !row.isFirstOfCard ? 8 : 0
     readonly property bool isCurrent: ListView.isCurrentItem
 
+    signal clicked
     signal toggleExpanded
     signal quit(bool force)
     signal openQuitMenu(Item button)
@@ -55,14 +58,6 @@ ItemDelegate {
     }
 
     height: ProcessesMetrics.rowHeight(row.kind) + innerBottom + gapBelow
-    topPadding: 0
-    bottomPadding: innerBottom + gapBelow
-    leftPadding: ProcessesMetrics.cardPadding
-    rightPadding: ProcessesMetrics.cardPadding
-    bottomInset: gapBelow
-    hoverEnabled: true
-    // The list has the keyboard and moves through its rows.
-    focusPolicy: Qt.NoFocus
     Accessible.role: Accessible.ListItem
     Accessible.name: row.description
     Accessible.description: isGroup ? row.isExpanded ? "Opened" : "Closed" : ""
@@ -80,39 +75,54 @@ ItemDelegate {
         fileNameChanged.connect(show);
     }
 
-    contentItem: Loader {
-        id: view
-    }
+    AbstractButton {
+        id: face
 
-    background: Item {
-        clip: !delegate.isCardOfOneRow
+        anchors.fill: parent
+        bottomPadding: delegate.innerBottom + delegate.gapBelow
+        leftPadding: ProcessesMetrics.cardPadding
+        rightPadding: ProcessesMetrics.cardPadding
+        bottomInset: delegate.gapBelow
+        hoverEnabled: true
+        // The list has the keyboard and moves through its rows.
+        focusPolicy: Qt.NoFocus
+        Accessible.ignored: true
+        onClicked: delegate.clicked()
 
-        // Reaches beyond the edges at which the card goes on, so that only its own corners show.
-        Rectangle {
-            y: delegate.row.isFirstOfCard ? 0 : -ProcessesMetrics.cardRadius
-            width: parent.width
-            height: parent.height - y + (delegate.row.isLastOfCard ? 0 : ProcessesMetrics.cardRadius)
-            radius: ProcessesMetrics.cardRadius
-            color: delegate.hovered && delegate.row.isFirstOfCard ? OstrelTheme.elevatedCard : OstrelTheme.cardBackground
-            border.width: 1
-            border.color: OstrelTheme.hairline
+        contentItem: Loader {
+            id: view
         }
-        Rectangle {
-            visible: delegate.hovered && !delegate.row.isFirstOfCard && !(delegate.row.kind === "caption" || delegate.row.kind === "helperShare")
-            anchors.fill: parent
-            anchors.leftMargin: ProcessesMetrics.indent - 8
-            anchors.rightMargin: 6
-            anchors.bottomMargin: delegate.innerBottom
-            radius: 6
-            color: OstrelTheme.rowHover
-        }
-        FocusRing {
-            anchors.topMargin: delegate.row.isFirstOfCard ? 0 : 1
-            anchors.leftMargin: delegate.row.isFirstOfCard ? 0 : ProcessesMetrics.indent - 8
-            anchors.rightMargin: delegate.row.isFirstOfCard ? 0 : 6
-            anchors.bottomMargin: delegate.innerBottom + (delegate.row.isFirstOfCard ? 0 : 1)
-            radius: delegate.row.isFirstOfCard ? ProcessesMetrics.cardRadius : 6
-            shown: delegate.showsFocusRing
+
+        background: Item {
+            clip: !delegate.isCardOfOneRow
+
+            // Reaches beyond the edges at which the card goes on, so that only its own corners show.
+            Rectangle {
+                y: delegate.row.isFirstOfCard ? 0 : -ProcessesMetrics.cardRadius
+                width: parent.width
+                height: parent.height - y + (delegate.row.isLastOfCard ? 0 : ProcessesMetrics.cardRadius)
+                radius: ProcessesMetrics.cardRadius
+                color: face.hovered && delegate.row.isFirstOfCard ? OstrelTheme.elevatedCard : OstrelTheme.cardBackground
+                border.width: 1
+                border.color: OstrelTheme.hairline
+            }
+            Rectangle {
+                visible: face.hovered && !delegate.row.isFirstOfCard && !delegate.isInnerLine
+                anchors.fill: parent
+                anchors.leftMargin: ProcessesMetrics.indent - 8
+                anchors.rightMargin: 6
+                anchors.bottomMargin: delegate.innerBottom
+                radius: 6
+                color: OstrelTheme.rowHover
+            }
+            FocusRing {
+                anchors.topMargin: delegate.row.isFirstOfCard ? 0 : 1
+                anchors.leftMargin: delegate.row.isFirstOfCard ? 0 : ProcessesMetrics.indent - 8
+                anchors.rightMargin: delegate.row.isFirstOfCard ? 0 : 6
+                anchors.bottomMargin: delegate.innerBottom + (delegate.row.isFirstOfCard ? 0 : 1)
+                radius: delegate.row.isFirstOfCard ? ProcessesMetrics.cardRadius : 6
+                shown: delegate.showsFocusRing
+            }
         }
     }
 }

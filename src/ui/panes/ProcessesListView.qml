@@ -107,6 +107,14 @@ ListView {
         onButtonPressed: isPressed => isPressed ? list.processes.hold() : list.processes.release()
     }
 
+    Connections {
+        target: list.processes
+
+        function onRowsAboutToChange() {
+            const last = list.indexAt(1, list.contentY + list.height);
+            list.processes.rows.setShown(list.indexAt(1, list.contentY), last < 0 ? list.count : last, list.currentIndex);
+        }
+    }
     QuitMenu {
         id: quitMenu
 

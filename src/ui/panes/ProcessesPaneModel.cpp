@@ -119,6 +119,7 @@ void ProcessesPaneModel::updateBadges() {
 }
 
 void ProcessesPaneModel::updateRows() {
+  emit rowsAboutToChange();
   rows_.setRows(selectedRows());
   updateField(this, emptyState_, emptyStateOf(store_->selectedProcessSubTab()),
               &ProcessesPaneModel::emptyStateChanged);

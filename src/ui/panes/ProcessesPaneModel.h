@@ -69,6 +69,8 @@ class ProcessesPaneModel : public QObject {
   void storeChanged();
   void badgesChanged();
   void emptyStateChanged();
+  /// The view is to tell the rows now which of them it shows.
+  void rowsAboutToChange();
 
  private:
   void update();
