@@ -1,7 +1,7 @@
 #include "ui/ScriptedStore.h"
 
-#include "platform/qt/QtUserDefaults.h"
 #include "analysis/QuitCheck.h"
+#include "platform/qt/QtUserDefaults.h"
 #include "ui/theme/OstrelTheme.h"
 
 namespace korvantis {

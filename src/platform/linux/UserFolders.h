@@ -15,8 +15,8 @@ std::vector<std::string> applicationSupportFolders();
 /// What the user-dirs file names as `XDG_DOWNLOAD_DIR`, else `~/Downloads`. Any thread.
 std::vector<std::string> downloadFolders();
 
-/// `$TMPDIR` when it is absolute and a folder is there, else a `privateFolder` of /tmp, the same one for the life of the
-/// program. Any thread.
+/// `$TMPDIR` when it is absolute and a folder is there, else a `privateFolder` of /tmp, the same
+/// one for the life of the program. Any thread.
 std::string temporaryFolder();
 
 /// A folder below `parent` that is this user's alone (mode 0700): "korvantis-<uid>", made where it
