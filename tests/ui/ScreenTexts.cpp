@@ -126,6 +126,8 @@ void appendGadget(QStringList& texts, const QString& name, const QVariant& value
 }
 
 void append(QStringList& texts, const QString& name, const QVariant& value) {
+  // Nobody reads these, and some are made by chance.
+  if (name.endsWith(QStringLiteral("ID"))) return;
   const QMetaType type = value.metaType();
   if (type.id() == QMetaType::QString) {
     texts.append(name + QStringLiteral(": ") + value.toString());

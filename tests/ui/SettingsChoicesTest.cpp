@@ -59,12 +59,5 @@ TEST(SettingsChoices, EveryPickerOffersItsCasesInTheirWords) {
                           "Every 12 Hours", "Once Daily (24h)"));
 }
 
-TEST(SettingsChoices, AChoiceIsFoundByItsName) {
-  EXPECT_EQ(SettingsChoices::indexOf(SettingsChoices::schedules(), "off"), 0);
-  EXPECT_EQ(SettingsChoices::indexOf(SettingsChoices::schedules(), "daily"), 4);
-  EXPECT_EQ(SettingsChoices::indexOf(SettingsChoices::schedules(), "Every 1 Hour"), -1);
-  EXPECT_EQ(SettingsChoices::indexOf({}, "off"), -1);
-}
-
 }  // namespace
 }  // namespace korvantis

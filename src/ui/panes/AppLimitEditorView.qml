@@ -79,7 +79,7 @@ RowLayout {
 
         objectName: "limitField"
         Layout.preferredWidth: 72
-        label: "Limit"
+        label: "Limit:"
         placeholderText: "150"
         text: view.editor.limitText()
         onTextEdited: text => view.editor.typeLimit(text)

@@ -79,11 +79,4 @@ QList<Choice> SettingsChoices::schedules() {
   return casesOf<RemoteBriefInterval>();
 }
 
-int SettingsChoices::indexOf(const QList<Choice>& choices, const QString& name) {
-  for (qsizetype index = 0; index < choices.size(); ++index) {
-    if (choices[index].name == name) return static_cast<int>(index);
-  }
-  return -1;
-}
-
 }  // namespace korvantis

@@ -44,9 +44,6 @@ class SettingsChoices : public QObject {
   static QList<Choice> intervals();
   static QList<Choice> deliveryModes();
   static QList<Choice> schedules();
-
-  /// Where the choice of that name stands in a list; -1 when it is not in it.
-  Q_INVOKABLE static int indexOf(const QList<korvantis::Choice>& choices, const QString& name);
 };
 
 }  // namespace korvantis

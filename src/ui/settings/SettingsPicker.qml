@@ -31,7 +31,8 @@ RowLayout {
         Layout.preferredWidth: row.fieldWidth
         caption: row.label
         showsCaption: false
-        currentIndex: SettingsChoices.indexOf(model, row.chosen)
+        // Counted first, so that it is looked up again once the choices are there.
+        currentIndex: count > 0 ? indexOfValue(row.chosen) : -1
         onActivated: row.picked(currentValue)
     }
 }

@@ -5,6 +5,7 @@
 #include <QSet>
 #include <QStringList>
 #include <QTest>
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <vector>
 
@@ -147,8 +148,12 @@ TEST_P(KeyboardQuality, WhatHasTheKeyboardIsInSightAndShowsIt) {
   for (std::size_t index = 0; index < stops.size(); ++index) {
     const Stop& stop = stops.at(index);
     if (!stop.isInSight) faults += QStringLiteral("out of sight: ") + described(stop.item);
-    const Stop& other = stops.at(index == 0 ? 1 : index - 1);
-    if (stop.isInSight && differences(stop.whileFocused, other.whileFocused, stop.place) < 12)
+    const Stop& before = stops.at(index == 0 ? stops.size() - 1 : index - 1);
+    const Stop& after = stops.at((index + 1) % stops.size());
+    // Where a row has scrolled to the very place of the one before, these two look alike.
+    const int shown = std::max(differences(stop.whileFocused, before.whileFocused, stop.place),
+                               differences(stop.whileFocused, after.whileFocused, stop.place));
+    if (stop.isInSight && shown < 12)
       faults += QStringLiteral("shows nothing: ") + described(stop.item);
   }
   EXPECT_TRUE(faults.isEmpty()) << faults.join(u'\n').toStdString();
