@@ -7,8 +7,8 @@ import Korvantis.Screens
 Row {
     id: chips
 
-    required property list<string> ports
-    property real room: Number.POSITIVE_INFINITY
+    required property var ports
+    property real room: Infinity
 
     spacing: 4
     clip: implicitWidth > width

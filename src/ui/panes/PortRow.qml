@@ -14,7 +14,7 @@ Item {
         x: 6
         width: 62
         anchors.verticalCenter: parent.verticalCenter
-        text: view.row.ports.join(" ")
+        text: view.row.ports.length > 0 ? view.row.ports[0] : ""
         font: OstrelFont.monospaced(13, Font.Bold)
     }
     NameAndPath {

@@ -52,7 +52,7 @@ FocusScope {
     }
 
     function show() {
-        view.setSource(Qt.resolvedUrl(fileName), {
+        (face.contentItem as Loader).setSource(Qt.resolvedUrl(fileName), {
             delegate: delegate
         });
     }
@@ -89,9 +89,7 @@ FocusScope {
         Accessible.ignored: true
         onClicked: delegate.clicked()
 
-        contentItem: Loader {
-            id: view
-        }
+        contentItem: Loader {}
 
         background: Item {
             clip: !delegate.isCardOfOneRow

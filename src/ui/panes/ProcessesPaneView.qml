@@ -7,6 +7,14 @@ PaneView {
 
     readonly property string tab: store.selectedProcessSubTab
 
+    function tabLabel(): string {
+        for (let index = 0; index < processes.tabs.length; ++index) {
+            if (processes.tabs[index].name === tab)
+                return processes.tabs[index].label;
+        }
+        return "";
+    }
+
     onTabChanged: list.showFromStart()
 
     ProcessesPaneModel {
@@ -48,7 +56,7 @@ PaneView {
         anchors.bottom: parent.bottom
         bottomMargin: 8
         processes: processes
-        Accessible.name: processes.tabs.find(tab => tab.name === pane.tab)?.label ?? ""
+        Accessible.name: pane.tabLabel()
     }
     EmptyStateView {
         objectName: "emptyState"

@@ -9,6 +9,28 @@ TabButton {
     required property string badge
     required property bool isSelected
 
+    component Count: Rectangle {
+        id: capsule
+
+        required property string text
+        required property color ink
+
+        width: Math.max(height, label.implicitWidth + 10)
+        height: 15
+        radius: height / 2
+        color: Qt.alpha(OstrelTheme.cpu, 0.25)
+
+        Text {
+            id: label
+
+            anchors.centerIn: parent
+            text: capsule.text
+            textFormat: Text.PlainText
+            font: OstrelFont.monospaced(10, Font.Bold)
+            color: capsule.ink
+        }
+    }
+
     padding: 7
     leftPadding: 12
     rightPadding: 12
@@ -31,24 +53,12 @@ TabButton {
             font: OstrelFont.system(12, pill.isSelected ? Font.DemiBold : Font.Medium)
             color: pill.isSelected ? OstrelTheme.ink1 : OstrelTheme.ink2
         }
-        Rectangle {
+        Count {
             objectName: "badge"
-            visible: pill.badge !== ""
+            visible: text !== ""
             anchors.verticalCenter: parent.verticalCenter
-            width: Math.max(height, count.implicitWidth + 10)
-            height: 15
-            radius: height / 2
-            color: Qt.alpha(OstrelTheme.cpu, 0.25)
-
-            Text {
-                id: count
-
-                anchors.centerIn: parent
-                text: pill.badge
-                textFormat: Text.PlainText
-                font: OstrelFont.monospaced(10, Font.Bold)
-                color: pill.isSelected ? OstrelTheme.ink1 : OstrelTheme.ink2
-            }
+            text: pill.badge
+            ink: pill.isSelected ? OstrelTheme.ink1 : OstrelTheme.ink2
         }
     }
     background: Rectangle {

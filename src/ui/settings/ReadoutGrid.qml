@@ -12,6 +12,14 @@ GridLayout {
 
     required property MenuBarSettingsStore settings
 
+    function isEnabled(name: string): bool {
+        for (let index = 0; index < readouts.enabledReadouts.length; ++index) {
+            if (readouts.enabledReadouts[index] === name)
+                return true;
+        }
+        return false;
+    }
+
     columns: 2
     columnSpacing: 8
     rowSpacing: 8
@@ -102,7 +110,7 @@ GridLayout {
             Layout.preferredWidth: 1
             symbol: modelData.iconName
             text: modelData.label
-            isOn: readouts.enabledReadouts.includes(modelData.name)
+            isOn: grid.isEnabled(modelData.name)
             isLast: isOn && readouts.enabledReadouts.length === 1
             onClicked: readouts.toggle(modelData.name)
         }

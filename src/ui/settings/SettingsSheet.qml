@@ -32,11 +32,6 @@ Popup {
         loader.source = "";
     }
 
-    contentItem: Loader {
-        id: loader
-
-        focus: true
-    }
     background: Rectangle {
         color: OstrelTheme.canvas
         radius: 14
@@ -47,6 +42,12 @@ Popup {
         color: Qt.rgba(0, 0, 0, 0.5)
     }
 
+    Loader {
+        id: loader
+
+        anchors.fill: parent
+        focus: true
+    }
     Connections {
         target: loader.item as SettingsModalView
 
