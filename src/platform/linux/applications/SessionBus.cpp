@@ -120,7 +120,7 @@ bool activateQuit(sd_bus* bus, const std::string& id, const std::string& path) {
   }
   const Message held(call);
   if (sd_bus_message_append(call, "sava{sv}", "quit", 0, 0) < 0) return false;
-  sd_bus_error error = SD_BUS_ERROR_NULL;
+  sd_bus_error error{};
   sd_bus_message* answer = nullptr;
   const std::uint64_t wait = microsecondsUntil(Clock::now() + limit);
   const int result = sd_bus_call(bus, call, wait, &error, &answer);
