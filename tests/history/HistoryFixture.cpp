@@ -42,7 +42,10 @@ std::int64_t numberOf(const std::string& databasePath, const std::string& sql) {
 
 PlatformCalls historyPlatform(const std::string& root, const double* now,
                               std::uint64_t physicalMemory) {
-  PlatformCalls platform = systemPlatformCalls();
+  // Not the whole platform: it looks at the applications on a thread of its own, and tests copy
+  // this process.
+  PlatformCalls platform;
+  platform.files = systemFileManagerCalls();
   platform.clock.now = [now] { return *now; };
   platform.processInfo.physicalMemory = [physicalMemory] { return physicalMemory; };
   platform.files.applicationSupportDirectories = [root] {

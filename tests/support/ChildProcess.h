@@ -2,9 +2,12 @@
 
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <cstdint>
 #include <fcntl.h>
+#include <filesystem>
 #include <functional>
+#include <iterator>
 #include <linux/sched.h>
 #include <mutex>
 #include <optional>
@@ -15,6 +18,7 @@
 #include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 #include <vector>
 
@@ -76,7 +80,10 @@ class ChildProcess {
   }
 
   /// Runs `body` in a new process and gives the text that it returns, once that process is over.
+  /// Waits until this process has no thread but the caller: a lock that another one holds would
+  /// stay locked in the copy for ever, the allocator's own among them. Throws when one stays.
   static std::string answerOf(const std::function<std::string()>& body) {
+    waitUntilAlone();
     std::unique_lock guard(forkLock());
     std::array<int, 2> ends = pipeEnds();
     const pid_t pid = ::fork();
@@ -145,6 +152,19 @@ class ChildProcess {
   static std::mutex& forkLock() {
     static std::mutex lock;
     return lock;
+  }
+
+  static void waitUntilAlone() {
+    constexpr int mostLooks = 10'000;
+    for (int look = 0; threadCount() > 1; ++look) {
+      if (look == mostLooks) throw std::runtime_error("cannot copy a process with threads");
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+  }
+
+  static std::ptrdiff_t threadCount() {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/task"),
+                         std::filesystem::directory_iterator());
   }
 
   static std::array<int, 2> pipeEnds() {
