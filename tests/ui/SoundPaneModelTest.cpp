@@ -49,6 +49,66 @@ TEST_F(SoundPaneModelTest, WithNoDevicesAtAllTheMadeUpOnesAreOffered) {
   EXPECT_EQ(model.inputIndex(), 0);
 }
 
+TEST_F(SoundPaneModelTest, ShowsTheRowsOfItsRangeAndTheOneThatIsKept) {
+  for (int number = 0; number < 10; ++number) {
+    addApplication("Player" + std::to_string(number), 100 + number, 1);
+  }
+  start();
+  scripted.tick();
+  const auto shown = [this] {
+    std::string names;
+    for (int row = 0; row < model.streams()->rowCount(); ++row) {
+      names += model.streams()->index(row).data(Role::Place).toString().toStdString() + ":" +
+               textAt(row, Role::AppName).toStdString() + " ";
+    }
+    return names;
+  };
+  EXPECT_EQ(model.streams()->rowCount(), 10);
+  model.setFirstStream(-3);
+  model.setLastStream(1);
+  EXPECT_EQ(shown(), "0:Player0 1:Player1 ");
+  EXPECT_EQ(model.streamCount(), 10) << "all count, shown or not";
+  model.setKeptStream(model.streams()->index(0).data(Role::AppID).toString());
+  model.setLastStream(5);
+  model.setFirstStream(4);
+  EXPECT_EQ(shown(), "0:Player0 4:Player4 5:Player5 ");
+  model.setKeptStream({});
+  EXPECT_EQ(shown(), "4:Player4 5:Player5 ");
+  scripted.next.appGroups.resize(5);
+  scripted.tick();
+  EXPECT_EQ(shown(), "4:Player4 ");
+  EXPECT_EQ(model.streamCount(), 5);
+}
+
+TEST_F(SoundPaneModelTest, ARankThatChangesChangesTheRowsInPlace) {
+  addApplication("First", 1, 1);
+  addApplication("Second", 2, 1);
+  start();
+  scripted.tick();
+  QSignalSpy moves(model.streams(), &QAbstractItemModel::rowsMoved);
+  QSignalSpy inserts(model.streams(), &QAbstractItemModel::rowsInserted);
+  std::swap(scripted.next.appGroups[0], scripted.next.appGroups[1]);
+  scripted.tick();
+  EXPECT_EQ(textAt(0, Role::AppName), "Second");
+  EXPECT_EQ(textAt(1, Role::AppName), "First");
+  EXPECT_EQ(moves.count() + inserts.count(), 0);
+}
+
+TEST_F(SoundPaneModelTest, TheRowThatIsKeptGoesWithItsApplication) {
+  addApplication("First", 1, 1);
+  addApplication("Second", 2, 1);
+  start();
+  scripted.tick();
+  const QPersistentModelIndex kept = model.streams()->index(0);
+  model.setKeptStream(kept.data(Role::AppID).toString());
+  std::swap(scripted.next.appGroups[0], scripted.next.appGroups[1]);
+  scripted.tick();
+  ASSERT_TRUE(kept.isValid());
+  EXPECT_EQ(kept.row(), 1);
+  EXPECT_EQ(kept.data(Role::AppName).toString(), "First");
+  EXPECT_EQ(textAt(0, Role::AppName), "Second");
+}
+
 TEST_F(SoundPaneModelTest, AChoiceIsFollowed) {
   scripted.plugInAudio();
   start();

@@ -7,6 +7,10 @@ namespace korvantis {
 
 /// The words and the state of one application in the mixer.
 struct AudioStreamRow {
+  /// Its place among all applications of the mixer, of which a view may hold only some.
+  int place = 0;
+  /// Names what shows it, which may show another application at the next tick.
+  int slot = 0;
   QString appID{};
   QString appName{};
   /// Empty when it has none.
@@ -21,7 +25,7 @@ struct AudioStreamRow {
   bool operator==(const AudioStreamRow&) const = default;
 
   /// What tells one of these from another in a list.
-  std::string identity() const { return appID.toStdString(); }
+  std::string identity() const { return std::to_string(slot); }
 };
 
 }  // namespace korvantis

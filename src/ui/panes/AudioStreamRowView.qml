@@ -15,6 +15,8 @@ Item {
     required property real volume
     required property string volumeText
     required property string description
+    // Someone is at one of its controls.
+    readonly property bool isInUse: mute.activeFocus || mute.down || slider.activeFocus || slider.pressed
 
     implicitHeight: 40
     Accessible.role: Accessible.ListItem

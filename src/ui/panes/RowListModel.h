@@ -35,6 +35,8 @@ class RowListModel : public QAbstractListModel {
   }
 
  protected:
+  const std::vector<Row>& rows() const { return rows_; }
+
   /// What `row` has for one of the roles.
   virtual QVariant valueOf(const Row& row, int role) const = 0;
 

@@ -33,8 +33,9 @@ int indexOf(const std::vector<AudioDeviceItem>& devices, std::uint32_t id) {
   return -1;
 }
 
-AudioStreamRow rowOf(const AppAudioStream& stream) {
+AudioStreamRow rowOf(const AppAudioStream& stream, int place) {
   AudioStreamRow row;
+  row.place = place;
   row.appID = textOf(stream.appID);
   row.appName = textOf(stream.appName);
   if (stream.bundlePath) row.bundlePath = textOf(*stream.bundlePath);
@@ -92,12 +93,37 @@ void SoundPaneModel::updateMaster() {
               &SoundPaneModel::masterTextChanged);
 }
 
+void SoundPaneModel::setFirstStream(int place) {
+  if (firstStream_ == place) return;
+  updateField(this, firstStream_, place, &SoundPaneModel::streamRangeChanged);
+  updateStreams();
+}
+
+void SoundPaneModel::setLastStream(int place) {
+  if (lastStream_ == place) return;
+  updateField(this, lastStream_, place, &SoundPaneModel::streamRangeChanged);
+  updateStreams();
+}
+
+void SoundPaneModel::setKeptStream(const QString& appID) {
+  if (keptStream_ == appID) return;
+  updateField(this, keptStream_, appID, &SoundPaneModel::keptStreamChanged);
+  updateStreams();
+}
+
 void SoundPaneModel::updateStreams() {
+  if (!store_) return;
+  const std::vector<AppAudioStream>& streams = store_->audioMixer()->appStreams();
+  const std::string kept = keptStream_.toStdString();
   std::vector<AudioStreamRow> rows;
-  for (const AppAudioStream& stream : store_->audioMixer()->appStreams()) {
-    rows.push_back(rowOf(stream));
+  int place = 0;
+  for (const AppAudioStream& stream : streams) {
+    const bool isInRange = place >= firstStream_ && place <= lastStream_;
+    if (isInRange || stream.appID == kept) rows.push_back(rowOf(stream, place));
+    ++place;
   }
-  streams_.setRows(std::move(rows));
+  streams_.show(std::move(rows), keptStream_);
+  updateField(this, streamCount_, place, &SoundPaneModel::streamCountChanged);
 }
 
 }  // namespace korvantis

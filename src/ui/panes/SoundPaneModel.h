@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
+#include <limits>
 
 #include "state/MonitorStore.h"
 #include "ui/panes/AudioStreamListModel.h"
@@ -25,6 +26,10 @@ class SoundPaneModel : public QObject {
   Q_PROPERTY(int inputIndex READ inputIndex NOTIFY inputIndexChanged FINAL)
   Q_PROPERTY(QString masterText READ masterText NOTIFY masterTextChanged FINAL)
   Q_PROPERTY(QAbstractItemModel* streams READ streams CONSTANT FINAL)
+  Q_PROPERTY(int streamCount READ streamCount NOTIFY streamCountChanged FINAL)
+  Q_PROPERTY(int firstStream READ firstStream WRITE setFirstStream NOTIFY streamRangeChanged FINAL)
+  Q_PROPERTY(int lastStream READ lastStream WRITE setLastStream NOTIFY streamRangeChanged FINAL)
+  Q_PROPERTY(QString keptStream READ keptStream WRITE setKeptStream NOTIFY keptStreamChanged FINAL)
 
  public:
   explicit SoundPaneModel(QObject* parent = nullptr);
@@ -41,7 +46,18 @@ class SoundPaneModel : public QObject {
   int inputIndex() const { return inputIndex_; }
   /// The master volume in whole percent, such as "75%".
   const QString& masterText() const { return masterText_; }
+  /// The applications from place `firstStream` to `lastStream`, and `keptStream`: hundreds of them
+  /// may play, and a view shows a few.
   AudioStreamListModel* streams() { return &streams_; }
+  /// How many applications the mixer has.
+  int streamCount() const { return streamCount_; }
+  int firstStream() const { return firstStream_; }
+  void setFirstStream(int place);
+  int lastStream() const { return lastStream_; }
+  void setLastStream(int place);
+  /// The id of the application that stays wherever it stands, as its slider is held; may be empty.
+  const QString& keptStream() const { return keptStream_; }
+  void setKeptStream(const QString& appID);
 
  signals:
   void storeChanged();
@@ -50,6 +66,9 @@ class SoundPaneModel : public QObject {
   void inputsChanged();
   void inputIndexChanged();
   void masterTextChanged();
+  void streamCountChanged();
+  void streamRangeChanged();
+  void keptStreamChanged();
 
  private:
   void updateOutputs();
@@ -64,6 +83,10 @@ class SoundPaneModel : public QObject {
   int inputIndex_ = -1;
   QString masterText_;
   AudioStreamListModel streams_;
+  int streamCount_ = 0;
+  int firstStream_ = 0;
+  int lastStream_ = std::numeric_limits<int>::max();
+  QString keptStream_;
 };
 
 }  // namespace korvantis

@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Korvantis.Screens
 
@@ -14,6 +12,8 @@ PaneView {
     }
 
     PaneScroller {
+        id: scroller
+
         anchors.fill: parent
         focus: true
         name: "Sound"
@@ -34,23 +34,12 @@ PaneView {
                 font: OstrelFont.system(11, Font.Bold, 0.6)
                 opacity: 0.6
             }
-            Column {
-                id: streams
-
+            AudioStreamsView {
                 objectName: "streams"
                 width: parent.width
-                spacing: 4
-                Accessible.role: Accessible.List
-                Accessible.name: "Applications"
-
-                Repeater {
-                    model: sound.streams
-
-                    AudioStreamRowView {
-                        width: streams.width
-                        mixer: pane.store.audioMixer
-                    }
-                }
+                mixer: pane.store.audioMixer
+                sound: sound
+                scroller: scroller
             }
         }
     }

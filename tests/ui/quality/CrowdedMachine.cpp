@@ -236,10 +236,13 @@ EngineSnapshot CrowdedMachine::snapshot(int turn) const {
       snapshot.appGroups.begin(), snapshot.appGroups.end(),
       [](const AppGroup& one, const AppGroup& other) { return one.cpuPercent > other.cpuPercent; });
   for (int number = 0; number < 12; ++number) {
-    snapshot.projects.push_back(
-        project(number, snapshot.appGroups.at(static_cast<std::size_t>(number))));
+    snapshot.projects.push_back(project(number, application(number, turn)));
     snapshot.containers.push_back(container(number));
   }
+  std::stable_sort(snapshot.projects.begin(), snapshot.projects.end(),
+                   [](const DevProject& one, const DevProject& other) {
+                     return one.memoryBytes > other.memoryBytes;
+                   });
   for (const AppGroup& group : snapshot.appGroups) {
     for (const ProcessSample& process : group.processes) {
       for (const std::uint16_t port : process.listeningPorts) {

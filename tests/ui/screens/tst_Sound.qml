@@ -282,12 +282,58 @@ Item {
             waitForRendering(themed);
             const scroller = view("paneScroller");
             compare(scroller.contentY, 0);
-            const slider = sliderOf(rows()[19]);
-            slider.forceActiveFocus(Qt.TabFocusReason);
-            const top = slider.mapToItem(scroller, 0, 0).y;
-            verify(top >= 0 && top + slider.height <= scroller.height, top);
-            sliderOf(rows()[0]).forceActiveFocus(Qt.BacktabFocusReason);
-            verify(sliderOf(rows()[0]).mapToItem(scroller, 0, 0).y >= 0);
+            view("volume-" + test.first).forceActiveFocus(Qt.TabFocusReason);
+            for (let row = 1; row < 20; ++row) {
+                keyClick(Qt.Key_Tab);
+                keyClick(Qt.Key_Tab);
+                const slider = view("volume-daemon:application" + (row + 1));
+                verify(slider.activeFocus, row);
+                const top = slider.mapToItem(scroller, 0, 0).y;
+                verify(top >= 0 && top + slider.height <= scroller.height, top);
+            }
+            for (let row = 19; row > 0; --row) {
+                keyClick(Qt.Key_Tab, Qt.ShiftModifier);
+                keyClick(Qt.Key_Tab, Qt.ShiftModifier);
+            }
+            verify(view("volume-" + test.first).activeFocus);
+            verify(view("volume-" + test.first).mapToItem(scroller, 0, 0).y >= 0);
+        }
+        function test_ofManyApplicationsOnlyThoseInViewAreMade() {
+            Fixture.setApplications(200);
+            Fixture.tick();
+            waitForRendering(themed);
+            const streams = view("streams");
+            compare(streams.implicitHeight, 200 * 44 - 4);
+            verify(rows().length < 30, rows().length);
+            compare(rows()[0].appID, test.first);
+            const scroller = view("paneScroller");
+            scroller.contentY = scroller.contentHeight - scroller.height;
+            waitForRendering(themed);
+            const last = rows()[rows().length - 1];
+            compare(last.appName, "application200");
+            compare(last.y, 199 * 44);
+            verify(rows().length < 30, rows().length);
+            verify(findChild(themed, "volume-" + test.first) === null);
+        }
+        function test_aSliderThatIsHeldStaysWhenItsRowMovesOutOfView() {
+            Fixture.setApplications(200);
+            Fixture.tick();
+            waitForRendering(themed);
+            const row = rows()[0];
+            const slider = sliderOf(row);
+            mousePress(slider, handleX(slider), slider.height / 2);
+            Fixture.reverseGroups();
+            Fixture.tick();
+            waitForRendering(themed);
+            verify(slider.pressed);
+            compare(row.y, 199 * 44);
+            mouseMove(slider, slider.width / 4 + 10, slider.height / 2);
+            mouseMove(slider, slider.width / 4, slider.height / 2);
+            mouseRelease(slider, slider.width / 4, slider.height / 2);
+            compare(row.appID, test.first);
+            verify(row.volume < 0.5, row.volume);
+            view("masterSlider").forceActiveFocus();
+            verify(rows().every(other => other.appID !== test.first));
         }
         function test_everyControlHasANameAndARole() {
             compare(view("refreshDevices").Accessible.name, "Refresh CoreAudio");
