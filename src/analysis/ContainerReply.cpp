@@ -56,7 +56,7 @@ std::string firstCharacters(const std::string& text, std::size_t count) {
 
 /// The value under `key`; null when there is none.
 const Json& valueUnder(const Json& object, const char* key) {
-  static const Json null;
+  static const Json& null = *new Json();
   const auto found = object.find(key);
   return found == object.end() ? null : *found;
 }
@@ -73,7 +73,8 @@ const Json* listOfObjects(const Json& value) {
 
 /// A map whose values are all texts; anything else has no entries for us.
 const Json& mapOfTexts(const Json& value) {
-  static const Json none = Json::object();
+  // Lives for ever: at exit the thread of the bridge may still be inside a tick.
+  static const Json& none = *new Json(Json::object());
   const bool isWhole = value.is_object() && std::ranges::all_of(value, &Json::is_string);
   return isWhole ? value : none;
 }

@@ -5,7 +5,8 @@
 namespace korvantis {
 
 Instant Instant::now() {
-  static const Clock clock = systemClock();
+  // Lives for ever: at exit other threads may still ask for the time.
+  static const Clock& clock = *new Clock(systemClock());
   return Instant{clock.now()};
 }
 

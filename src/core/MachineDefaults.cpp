@@ -5,7 +5,8 @@
 namespace korvantis {
 
 std::uint64_t machineMemoryBytes() {
-  static const ProcessInfoCalls calls = systemProcessInfoCalls();
+  // Lives for ever: at exit other threads may still ask.
+  static const ProcessInfoCalls& calls = *new ProcessInfoCalls(systemProcessInfoCalls());
   return calls.physicalMemory();
 }
 

@@ -2,7 +2,9 @@
 
 #include <cstddef>
 #include <span>
+#include <string>
 #include <string_view>
+#include <utility>
 
 #include "history/HistoryColumns.h"
 
@@ -65,50 +67,56 @@ std::string upsertText(const std::string& table, Columns columns, const std::str
          key + ") DO UPDATE SET " + assignments + ";";
 }
 
+/// Lives for ever: at exit the thread of the bridge may still be inside a tick that records.
+const std::string& kept(std::string text) {
+  return *new std::string(std::move(text));
+}
+
 }  // namespace
 
 const std::string& schema() {
-  static const std::string appKey = "PRIMARY KEY (bucket_start, app_id)";
-  static const std::string text =
-      tableText("meta", metaColumns) + tableText("readings", readingColumns) +
-      tableText("system_five_minutes", systemColumns) + tableText("system_hours", systemColumns) +
-      tableText("app_hours", appColumns, appKey) + tableText("app_days", appColumns, appKey) +
-      tableText("recent", recentColumns);
+  const std::string appKey = "PRIMARY KEY (bucket_start, app_id)";
+  static const std::string& text =
+      kept(tableText("meta", metaColumns) + tableText("readings", readingColumns) +
+           tableText("system_five_minutes", systemColumns) +
+           tableText("system_hours", systemColumns) + tableText("app_hours", appColumns, appKey) +
+           tableText("app_days", appColumns, appKey) + tableText("recent", recentColumns));
   return text;
 }
 
 const std::string& insertSeedReading() {
-  static const std::string text = insertText("INSERT OR IGNORE", "readings", readingColumns,
-                                             placeholders(readingColumns.size())) +
-                                  ";";
+  static const std::string& text = kept(insertText("INSERT OR IGNORE", "readings", readingColumns,
+                                                   placeholders(readingColumns.size())) +
+                                        ";");
   return text;
 }
 
 const std::string& replaceSeedAppHour() {
-  static const std::string text = insertText("INSERT OR REPLACE", "app_hours", appColumns,
-                                             "?, ?, ?, 'app', " + placeholders(10)) +
-                                  ";";
+  static const std::string& text = kept(insertText("INSERT OR REPLACE", "app_hours", appColumns,
+                                                   "?, ?, ?, 'app', " + placeholders(10)) +
+                                        ";");
   return text;
 }
 
 const std::string& upsertReading() {
-  static const std::string text = upsertText("readings", readingColumns, "start");
+  static const std::string& text = kept(upsertText("readings", readingColumns, "start"));
   return text;
 }
 
 const std::string& upsertAppHour() {
-  static const std::string text = upsertText("app_hours", appColumns, "bucket_start, app_id");
+  static const std::string& text =
+      kept(upsertText("app_hours", appColumns, "bucket_start, app_id"));
   return text;
 }
 
 const std::string& selectReadings() {
-  static const std::string text =
-      "SELECT " + names(readingColumns) + "\nFROM readings\nWHERE start >= ?\nORDER BY start ASC;";
+  static const std::string& text = kept("SELECT " + names(readingColumns) +
+                                        "\nFROM readings\nWHERE start >= ?\nORDER BY start ASC;");
   return text;
 }
 
 const std::string& selectAppSummaries() {
-  static const std::string text =
+  static const std::string& text = kept(
       "SELECT app_id, MAX(name), MAX(kind), MAX(bundle_path), SUM(active_seconds), "
       "SUM(cpu_load_seconds), SUM(memory_byte_seconds), MAX(peak_memory_bytes), "
       "SUM(network_bytes_in), SUM(network_bytes_out), SUM(disk_bytes_read), "
@@ -117,7 +125,7 @@ const std::string& selectAppSummaries() {
       "WHERE bucket_start >= ?\n"
       "GROUP BY app_id\n"
       "ORDER BY SUM(energy_joules) DESC, MAX(peak_memory_bytes) DESC\n"
-      "LIMIT 50;";
+      "LIMIT 50;");
   return text;
 }
 

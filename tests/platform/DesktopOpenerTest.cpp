@@ -7,6 +7,7 @@
 #include <iterator>
 #include <memory>
 #include <string>
+#include <sys/resource.h>
 
 #include "platform/WorkspaceCalls.h"
 #include "platform/linux/DesktopOpener.h"
@@ -86,6 +87,15 @@ TEST_F(DesktopOpener, ConcurrentlyTheWorkspaceComesBackAtOnceAndAnswersLater) {
                                  [answer](bool isOpened) { answer->set_value(isOpened); });
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(250));
   EXPECT_TRUE(answer->get_future().get());
+}
+
+TEST_F(DesktopOpener, ConcurrentlyWhatItStartsRunsAtTheUsualPriority) {
+  add("xdg-open", "nice > '" + folder.path("seen") + "'");
+  const auto answer = std::make_shared<std::promise<bool>>();
+  systemWorkspaceCalls().openURL("https://example.org/",
+                                 [answer](bool isOpened) { answer->set_value(isOpened); });
+  EXPECT_TRUE(answer->get_future().get());
+  EXPECT_EQ(seen(), std::to_string(::getpriority(PRIO_PROCESS, 0)) + "\n");
 }
 
 }  // namespace

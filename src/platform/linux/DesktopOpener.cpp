@@ -29,8 +29,9 @@ bool hasHandler(const std::string& scheme) {
 }
 
 void openURL(const std::string& url, const std::function<void(bool)>& completion) {
-  // Without a thread to be had: the main thread must not wait for another program.
-  if (!startUtilityThread([url, completion] { completion(openWithDesktop(url)); })) {
+  // Without a thread to be had: the main thread must not wait for another program. Of the usual
+  // priority, which a browser that is started keeps for its life.
+  if (!startThread([url, completion] { completion(openWithDesktop(url)); })) {
     completion(false);
   }
 }

@@ -1,5 +1,6 @@
 #include "platform/linux/FileReveal.h"
 
+#include <cerrno>
 #include <memory>
 #include <string_view>
 #include <systemd/sd-bus.h>
@@ -37,13 +38,15 @@ std::unique_ptr<sd_bus_message, Unreference> showItemsCall(sd_bus* bus,
   return sd_bus_message_append(made, "s", "") < 0 ? nullptr : std::move(call);
 }
 
-/// False where no file manager took the request.
+/// False where no file manager took the request. One that is slow to start has taken it.
 bool showItems(const std::vector<std::string>& paths) {
   sd_bus* opened = nullptr;
   if (sd_bus_open_user(&opened) < 0) return false;
   const std::unique_ptr<sd_bus, Unreference> bus(opened);
   const auto call = showItemsCall(opened, paths);
-  return call && sd_bus_call(opened, call.get(), answerMicroseconds, nullptr, nullptr) >= 0;
+  if (!call) return false;
+  const int error = sd_bus_call(opened, call.get(), answerMicroseconds, nullptr, nullptr);
+  return error >= 0 || error == -ETIMEDOUT;
 }
 
 void openFolderOf(const std::string& path) {
@@ -74,7 +77,7 @@ std::string fileURLOf(const std::string& path) {
 void revealInFileManager(const std::vector<std::string>& paths) {
   if (paths.empty()) return;
   // Without a thread to be had, nothing is shown: the files are where they are.
-  static_cast<void>(startUtilityThread([paths] {
+  static_cast<void>(startThread([paths] {
     if (!showItems(paths)) openFolderOf(paths.front());
   }));
 }

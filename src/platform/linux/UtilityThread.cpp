@@ -16,11 +16,15 @@ void yieldToOthers() {
 }
 
 bool startUtilityThread(std::function<void()> work) {
+  return startThread([work = std::move(work)] {
+    yieldToOthers();
+    work();
+  });
+}
+
+bool startThread(std::function<void()> work) {
   try {
-    std::thread([work = std::move(work)] {
-      yieldToOthers();
-      work();
-    }).detach();
+    std::thread(std::move(work)).detach();
     return true;
   } catch (const std::system_error&) {
     return false;

@@ -12,4 +12,8 @@ void yieldToOthers();
 /// and nothing is run, when the system has no thread to give. `work` may not throw. Any thread.
 bool startUtilityThread(std::function<void()> work);
 
+/// The same on a thread of the usual priority: programs that are started there inherit it. Any
+/// thread.
+bool startThread(std::function<void()> work);
+
 }  // namespace korvantis

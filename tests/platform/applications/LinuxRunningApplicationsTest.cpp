@@ -120,6 +120,35 @@ TEST_F(RunningApplications, ByIdentifierEveryInstanceIsAsked) {
   EXPECT_THAT(calls().runningApplicationsWithBundleIdentifier("no.such.Application"), IsEmpty());
 }
 
+TEST_F(RunningApplications, EachRunOfAnAppImageIsAnApplicationOfItsOwn) {
+  desktop.native("/usr/bin/drawing");
+  desktop.entry("drawing", "Exec=drawing");
+  put(700, 1, "/usr/bin/drawing", {"drawing"});
+  std::int32_t pid = 701;
+  for (const std::string mount : {"/tmp/.mount_DrawinAAAAAA", "/tmp/.mount_DrawinBBBBBB"}) {
+    desktop.native(mount + "/usr/bin/drawing");
+    desktop.machine.files.write(mount.substr(1) + "/drawing.desktop",
+                                "[Desktop Entry]\nType=Application\nExec=drawing\nName=Drawing\n");
+    put(pid++, 1, mount + "/usr/bin/drawing", {"drawing"});
+  }
+  desktop.machine.seconds += 10;
+  desktop.tick();
+  const auto numbers = [this](const std::string& identifier) {
+    std::vector<std::int32_t> pids;
+    for (const ApplicationProcess& process : desktop.applications().instances(identifier)) {
+      pids.push_back(process.identity.pid);
+    }
+    return pids;
+  };
+  const auto identifierOf = [this](const std::string& bundle) {
+    const auto list = desktop.applications().propertyList(bundle + "/Contents/Info.plist");
+    return list ? textProperty(*list, "CFBundleIdentifier").value_or("") : "";
+  };
+  EXPECT_THAT(numbers("drawing"), ElementsAre(700));
+  EXPECT_THAT(numbers(identifierOf("/tmp/.mount_DrawinAAAAAA/drawing.app")), ElementsAre(701));
+  EXPECT_THAT(numbers(identifierOf("/tmp/.mount_DrawinBBBBBB/drawing.app")), ElementsAre(702));
+}
+
 TEST_F(RunningApplications, AnotherUsersCopyIsNoneOfOurs) {
   foreign = {601};
   EXPECT_EQ(calls().runningApplicationsWithBundleIdentifier("org.example.Editor").size(), 1U);

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 #include <tuple>
 
+#include "platform/SMCCalls.h"
 #include "platform/hardware/HardwareTree.h"
+#include "platform/linux/hardware/ControllerKeys.h"
 #include "support/ChildProcess.h"
 
 namespace korvantis {
@@ -134,6 +136,21 @@ TEST(SensorKeys, OneReadingAnswersForAQuarterOfASecond) {
   EXPECT_THAT(tree.key("F0Ac"), Optional(3021.0));
   tree.seconds = tree.seconds + 0.01;
   EXPECT_THAT(tree.key("F0Ac"), Optional(100.0));
+}
+
+TEST(SensorKeys, OneReadingAnswersAlsoWhenItTookLonger) {
+  HardwareTree tree("arm-board");
+  PowerSupplies supplies(tree.sources);
+  int readings = 0;
+  ControllerKeys keys(tree.sources, supplies, [&]() -> std::optional<double> {
+    ++readings;
+    tree.seconds = tree.seconds + 0.3;
+    return std::nullopt;
+  });
+  for (int question = 0; question < 5; ++question) {
+    EXPECT_TRUE(keys.value(smcFourCharacterCode("F0Ac")));
+  }
+  EXPECT_EQ(readings, 1);
 }
 
 TEST(SensorKeys, SensorsThatMoveOrTurnUpAreFoundAfterThirtySeconds) {

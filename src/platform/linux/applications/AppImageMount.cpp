@@ -36,6 +36,7 @@ EntryPointer entryOfMount(const std::string& root, const std::string& mount) {
   if (!entry || entry->runsInTerminal) return nullptr;
   IndexedEntry indexed;
   indexed.id = name.substr(0, name.size() - extension.size());
+  indexed.identifier = indexed.id + mount.substr(mount.rfind('/'));
   indexed.path = mount + "/" + name;
   indexed.bundlePath = bundlePathOf(indexed.path);
   indexed.stems = {"apprun", programStem(indexed.id)};

@@ -65,7 +65,7 @@ PropertyMap propertyList(const IndexedEntry& entry) {
   };
   put("CFBundleDisplayName", entry.entry.localizedName);
   put("CFBundleName", entry.entry.name);
-  put("CFBundleIdentifier", entry.id);
+  put("CFBundleIdentifier", entry.identifier);
   put("CFBundleIconFile", entry.entry.icon);
   return list;
 }

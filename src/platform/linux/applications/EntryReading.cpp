@@ -50,6 +50,7 @@ std::optional<IndexedEntry> EntryReading::read(const EntryFile& file) {
   IndexedEntry indexed;
   indexed.entry = *std::move(entry);
   indexed.id = file.id;
+  indexed.identifier = file.id;
   indexed.path = file.path;
   indexed.bundlePath = bundlePathOf(file.path);
   if (!words.empty()) addProgram(indexed, words);

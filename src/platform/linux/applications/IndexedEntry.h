@@ -13,6 +13,9 @@ struct IndexedEntry {
   DesktopEntry entry;
   /// The desktop id: the file's name without its extension, folders in front of it with dashes.
   std::string id;
+  /// What tells the application from all others: `id`, and for a run of an AppImage its mount too,
+  /// since each run is an application of its own.
+  std::string identifier;
   /// The file.
   std::string path;
   /// The path of the bundle that stands for the application: `path` with ".app" at its end.

@@ -117,7 +117,8 @@ std::string LinuxApplications::look(ProcessReading& reading,
   std::string path = process.presentedPath;
   const double now = sources.steadySeconds();
   const std::lock_guard guard(lock);
-  process.generation = generation;
+  // Judged by an index that has been replaced meanwhile, it is looked at again.
+  process.generation = index == lastIndex ? generation : 0;
   process.round = round;
   if (process.entry) {
     bundles.insert_or_assign(process.entry->bundlePath, Bundle{process.entry, now});
@@ -254,7 +255,7 @@ std::vector<ApplicationProcess> LinuxApplications::instances(const std::string& 
   std::vector<ApplicationProcess> running;
   const std::lock_guard guard(lock);
   const auto isOfApplication = [&id](const KnownApplicationProcess& process) {
-    return process.entry && process.entry->id == id;
+    return process.entry && process.entry->identifier == id;
   };
   const bool hasMain = std::any_of(known.begin(), known.end(), [&](const auto& entry) {
     return isOfApplication(entry.second) && entry.second.isMain;

@@ -68,7 +68,7 @@ class LinuxApplications {
   /// The application whose root process has this pid; absent when it is no root process.
   std::optional<ApplicationProcess> rootWithPid(std::int32_t pid) const;
 
-  /// One for each running instance of the application with this desktop id: its main processes
+  /// One for each running instance of the application with this identifier: its main processes
   /// that none of its other processes has started.
   std::vector<ApplicationProcess> instances(const std::string& id) const;
 

@@ -90,10 +90,10 @@ void ControllerKeys::refresh() {
 
 std::optional<ControllerValue> ControllerKeys::value(std::uint32_t key) {
   const std::scoped_lock guard(lock);
-  const double now = monotonicSeconds();
-  if (!readAt || now - *readAt >= readingAge) {
-    readAt = now;
+  if (!readAt || monotonicSeconds() - *readAt >= readingAge) {
     refresh();
+    // From its end on, or sensors that take longer than that would be read for each key anew.
+    readAt = monotonicSeconds();
   }
   const auto found = values.find(key);
   return found == values.end() ? std::nullopt : std::optional(found->second);

@@ -40,7 +40,6 @@ std::optional<std::vector<PowerSupply>> PowerSupplies::read() {
   }
   if (!hasFolder) return std::nullopt;
   if (readAt && now - *readAt < readingAge) return supplies;
-  readAt = now;
   supplies.clear();
   for (auto& [name, file] : files) {
     const auto text = file.text();
@@ -48,6 +47,8 @@ std::optional<std::vector<PowerSupply>> PowerSupplies::read() {
     PowerSupply supply = parsePowerSupply(*text);
     if (!supply.ofPeripheral && supply.present) supplies.push_back(std::move(supply));
   }
+  // From its end on: reading may take longer than a reading lasts.
+  readAt = monotonicSeconds();
   return supplies;
 }
 
