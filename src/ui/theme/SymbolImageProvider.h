@@ -9,7 +9,7 @@
 namespace korvantis {
 
 /// A system symbol drawn in one colour: the shape of its glyph, wholly in `color`. A symbol that
-/// is not in the catalogue gives a transparent picture. Any thread.
+/// is not in the catalogue gives a transparent picture. Main thread.
 QImage tintedSymbol(const QString& symbolName, const QColor& color, const QSize& size);
 
 /// Gives QML the symbols as "image://symbol/<name>/<colour without #>", in the size asked for.

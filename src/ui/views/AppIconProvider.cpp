@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QColor>
 #include <QPainter>
+#include <cstddef>
 
 #include "ui/views/AppIconCache.h"
 
@@ -11,6 +12,9 @@ namespace {
 
 /// For an item that asks for no size of its own.
 constexpr QSize defaultSize(24, 24);
+
+/// As many as may be in view at once, and more.
+constexpr std::size_t mostFittings = 256;
 
 /// A symbol has the height of letters, an icon that of the line.
 constexpr double symbolShare = 0.8125;
@@ -46,8 +50,14 @@ QImage AppIconProvider::requestImage(const QString& id, QSize* size, const QSize
   const QSize pixels = requestedSize.isEmpty() ? defaultSize : requestedSize;
   if (size) *size = pixels;
   const AppIcon icon = cache.icon(QString::fromUtf8(path), symbol);
+  const Fitting fitting{icon.image.cacheKey(), pixels.width(), pixels.height(),
+                        icon.isTemplate ? color.rgba() : 0};
+  const auto known = fittings.find(fitting);
+  if (known != fittings.end()) return known->second;
   QImage image = fitted(icon.image, pixels, icon.isTemplate ? symbolShare : 1);
   if (icon.isTemplate) tint(image, color);
+  if (fittings.size() >= mostFittings) fittings.clear();
+  fittings.emplace(fitting, image);
   return image;
 }
 

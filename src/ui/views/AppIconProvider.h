@@ -4,6 +4,8 @@
 #include <QQuickImageProvider>
 #include <QSize>
 #include <QString>
+#include <map>
+#include <tuple>
 
 namespace korvantis {
 
@@ -21,7 +23,11 @@ class AppIconProvider : public QQuickImageProvider {
   QImage requestImage(const QString& id, QSize* size, const QSize& requestedSize) override;
 
  private:
+  /// A picture as it was made fit: which one, the pixels, and the colour of a symbol.
+  using Fitting = std::tuple<qint64, int, int, QRgb>;
+
   AppIconCache& cache;
+  std::map<Fitting, QImage> fittings;
 };
 
 }  // namespace korvantis
