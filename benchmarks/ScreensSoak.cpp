@@ -28,6 +28,12 @@ long residentKilobytes() {
   return 0;
 }
 
+/// What the heap of C++ holds; QML's own objects live elsewhere.
+long heapKilobytes() {
+  const struct mallinfo2 heap = mallinfo2();
+  return static_cast<long>((heap.uordblks + heap.hblkhd) / 1024);
+}
+
 long settledKilobytes(ScreenStage& stage) {
   stage.show(allScreens().front());
   stage.collectGarbage();
@@ -54,13 +60,14 @@ int soak(int ticks) {
   // Every screen twice, and every ring full, before the first look.
   run(stage, 2 * ticksAScreen * static_cast<int>(allScreens().size()));
   const long before = settledKilobytes(stage);
-  std::printf("before: %ld kB\n", before);
+  std::printf("before: %ld kB, of them %ld kB heap\n", before, heapKilobytes());
   constexpr int parts = 10;
   long after = before;
   for (int part = 1; part <= parts; ++part) {
     run(stage, ticks / parts);
     after = settledKilobytes(stage);
-    std::printf("after %d ticks: %ld kB\n", ticks / parts * part, after);
+    std::printf("after %d ticks: %ld kB, of them %ld kB heap\n", ticks / parts * part, after,
+                heapKilobytes());
     static_cast<void>(std::fflush(stdout));
   }
   std::printf("difference: %ld kB, allowed: %ld kB\n", after - before, allowedKilobytes);
