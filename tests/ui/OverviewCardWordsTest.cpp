@@ -153,9 +153,15 @@ TEST_F(OverviewCardWordsTest, TheFirstFanIsTheOneThatIsShown) {
 TEST_F(OverviewCardWordsTest, TemperaturesFollowTheUnit) {
   ThermalSample thermal;
   thermal.cpuCelsius = 50;
+  thermal.gpuCelsius = 100;
+  thermal.hottestCelsius = 60;
+  snapshot.system.battery.emplace().temperatureCelsius = 30;
   EXPECT_EQ(Words::thermal(thermal, look()).headline, "50°C");
   scripted.store().look()->setTemperatureUnit(TemperatureUnit::fahrenheit);
   EXPECT_EQ(Words::thermal(thermal, look()).headline, "122°F");
+  EXPECT_TRUE(Words::thermal(thermal, look()).subheadline.startsWith("212°F · "));
+  EXPECT_EQ(Words::thermal(thermal, look()).hottestText, "140°F");
+  EXPECT_EQ(Words::battery(snapshot, look()).temperatureText, "Batt Temp: 86°F");
 }
 
 TEST_F(OverviewCardWordsTest, TheNetworksCardSaysRatesSessionAndPorts) {
@@ -198,8 +204,12 @@ TEST_F(OverviewCardWordsTest, WithoutABatteryADesktopReadsAsFullAndPluggedIn) {
   snapshot.system.battery.reset();
   const BatteryCard card = Words::battery(snapshot, look());
   EXPECT_EQ(card.headline, "100% · Plugged In");
+  EXPECT_EQ(card.subheadline, "Health 100%");
+  EXPECT_EQ(card.cyclesText, "Cycles: 42");
   EXPECT_EQ(card.icon, "battery.100");
   EXPECT_EQ(card.awakeText, "");
+  EXPECT_TRUE(card.blockers.isEmpty());
+  EXPECT_TRUE(card.devices.isEmpty());
 }
 
 TEST_F(OverviewCardWordsTest, TheBatterysStateIsInItsIconAndItsWords) {
@@ -243,17 +253,24 @@ TEST_F(OverviewCardWordsTest, TopAppsAreTheFiveLargestApplicationsAndOnlyThose) 
   const TopAppsCard card = Words::topApps(snapshot);
   EXPECT_EQ(card.headline, "7 Apps Active");
   EXPECT_EQ(card.subheadline, "2 Projects");
-  ASSERT_EQ(card.apps.size(), 5);
+  const std::vector<CardRow> apps = Words::largestApps(snapshot);
+  ASSERT_EQ(apps.size(), 5U);
+  EXPECT_EQ(apps[0], (CardRow{"", "app3", "7 KB", "daemon:app3"}));
   // Equal ones keep their order.
-  EXPECT_EQ(card.apps[0].name, "app3");
-  EXPECT_EQ(card.apps[1].name, "app1");
-  EXPECT_EQ(card.apps[4].name, "app5");
-  EXPECT_EQ(card.apps[0].figure, "7 KB");
+  EXPECT_EQ(apps[1].name, "app1");
+  EXPECT_EQ(apps[4].name, "app5");
+}
+
+TEST_F(OverviewCardWordsTest, ATopAppHasTheIconOfItsBundle) {
+  addGroup("bundled", 0, 10).bundlePath = "/Applications/Bundled.app";
+  EXPECT_EQ(Words::largestApps(snapshot)[0].icon, "/Applications/Bundled.app");
 }
 
 TEST_F(OverviewCardWordsTest, FewerThanFiveAppsSimplyStopThere) {
   addGroup("only", 0, 10);
-  EXPECT_EQ(Words::topApps(snapshot).apps.size(), 1);
+  EXPECT_EQ(Words::largestApps(snapshot).size(), 1U);
+  snapshot.appGroups.clear();
+  EXPECT_TRUE(Words::largestApps(snapshot).empty());
 }
 
 }  // namespace

@@ -162,8 +162,38 @@ EngineSnapshot makeLargeMachine(int round) {
   return snapshot;
 }
 
+SystemSample makeSampleSystem() {
+  constexpr std::uint64_t gigabyte = 1ULL << 30;
+  SystemSample system;
+  system.cpuPercent = 37.1;
+  system.cpuUserPercent = 27;
+  system.cpuSystemPercent = 10;
+  system.perCoreCPUPercent = {0, 100, 50};
+  system.loadAverage1m = 4.82;
+  system.memoryTotalBytes = 32 * gigabyte;
+  system.memoryUsedBytes = 20 * gigabyte;
+  system.memoryAppBytes = 16 * gigabyte;
+  system.memoryWiredBytes = 8 * gigabyte;
+  system.memoryCompressedBytes = 4 * gigabyte;
+  system.memoryPressure = MemoryPressureLevel::warning;
+  system.gpuPercent = 21;
+  system.gpuMemoryBytes = gigabyte;
+  system.neuralEnginePercent = 14;
+  system.neuralEngineWatts = 0.6;
+  system.neuralEngineHolder = "Video Call";
+  system.thermal.hottestCelsius = 90;
+  system.thermal.fans = {{0, "Left Fan", 2078, 1000, 5000, true, 2100.0}};
+  system.battery.emplace().percentage = 82;
+  return system;
+}
+
 EngineSnapshot makeSampleMachine() {
   EngineSnapshot snapshot;
+  snapshot.system = makeSampleSystem();
+  snapshot.volumes = {{"Main", "/", 1000, 400, true, false},
+                      {"Backup", "/backup", 1000, 350, false, true}};
+  snapshot.sleepBlockers = {{1560, "Video Call", "type", "reason", true}};
+  snapshot.bluetoothDevices = {{"Mouse", "pointing", 41, {}, {}, {}}};
   const auto player = [] {
     return makeGroup("Music Player",
                      {withFigures(makeProcess(3500, "player"), HelperRole::main, 0.4, 120)});

@@ -34,6 +34,8 @@ OstrelCardContainer {
         figureColor: OstrelTheme.ink3
     }
     CardLine {
+        objectName: "topApp"
+        visible: name !== ""
         hasDot: true
         symbolColor: OstrelTheme.cpu
         name: view.overview.cpu.topName

@@ -206,21 +206,26 @@ BatteryCard battery(const EngineSnapshot& snapshot, const LookStore& look) {
 }
 
 TopAppsCard topApps(const EngineSnapshot& snapshot) {
+  return {
+      .headline = QString::number(applications(snapshot).size()) + QStringLiteral(" Apps Active"),
+      .subheadline = QString::number(snapshot.projects.size()) + QStringLiteral(" Projects")};
+}
+
+std::vector<CardRow> largestApps(const EngineSnapshot& snapshot) {
   std::vector<const AppGroup*> apps = applications(snapshot);
-  TopAppsCard card;
-  card.headline = QString::number(apps.size()) + QStringLiteral(" Apps Active");
-  card.subheadline = QString::number(snapshot.projects.size()) + QStringLiteral(" Projects");
   std::stable_sort(apps.begin(), apps.end(), [](const AppGroup* left, const AppGroup* right) {
     return left->memoryBytes > right->memoryBytes;
   });
-  for (std::size_t index = 0; index < std::min(apps.size(), shownApps); ++index) {
-    const AppGroup& app = *apps[index];
-    card.apps.append({.icon = app.bundlePath ? textOf(*app.bundlePath) : QString(),
-                      .name = textOf(app.name),
-                      .figure = bytesText(app.memoryBytes),
-                      .id = textOf(app.id)});
+  apps.resize(std::min(apps.size(), shownApps));
+  std::vector<CardRow> rows;
+  rows.reserve(apps.size());
+  for (const AppGroup* const app : apps) {
+    rows.push_back({.icon = textOf(app->bundlePath.value_or("")),
+                    .name = textOf(app->name),
+                    .figure = bytesText(app->memoryBytes),
+                    .id = textOf(app->id)});
   }
-  return card;
+  return rows;
 }
 
 QList<double> diskHistory(const QList<double>& read, const QList<double>& written) {

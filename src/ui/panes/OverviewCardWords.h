@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "core/EngineSnapshot.h"
 #include "core/HardwareInfo.h"
 #include "state/LookStore.h"
@@ -16,6 +18,10 @@ NetworkCard network(const EngineSnapshot& snapshot);
 DiskCard disk(const EngineSnapshot& snapshot);
 BatteryCard battery(const EngineSnapshot& snapshot, const LookStore& look);
 TopAppsCard topApps(const EngineSnapshot& snapshot);
+
+/// The applications with the most memory, at most 5; `icon` is the bundle's path, `id` the
+/// application's.
+std::vector<CardRow> largestApps(const EngineSnapshot& snapshot);
 
 /// Reading and writing added up entry by entry, over the shorter of the two.
 QList<double> diskHistory(const QList<double>& read, const QList<double>& written);

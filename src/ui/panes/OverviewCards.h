@@ -6,6 +6,7 @@
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 #include <cstdint>
+#include <string>
 
 namespace korvantis {
 
@@ -156,6 +157,9 @@ struct CardRow {
   QString id{};
 
   bool operator==(const CardRow&) const = default;
+
+  /// What tells one of these from another in a list.
+  std::string identity() const { return id.toStdString(); }
 };
 
 /// The words of the card of disk and volumes.
@@ -211,13 +215,10 @@ struct TopAppsCard {
   QML_VALUE_TYPE(topAppsCard)
   Q_PROPERTY(QString headline MEMBER headline FINAL)
   Q_PROPERTY(QString subheadline MEMBER subheadline FINAL)
-  Q_PROPERTY(QList<korvantis::CardRow> apps MEMBER apps FINAL)
 
  public:
   QString headline{};
   QString subheadline{};
-  /// At most 5; `icon` is the bundle's path, `id` the application's.
-  QList<CardRow> apps{};
 
   bool operator==(const TopAppsCard&) const = default;
 };

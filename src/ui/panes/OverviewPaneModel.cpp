@@ -1,6 +1,7 @@
 #include "ui/panes/OverviewPaneModel.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "ui/panes/OverviewCardWords.h"
 #include "ui/views/ModelText.h"
@@ -22,6 +23,8 @@ QString stopServersTextOf(const EngineSnapshot& snapshot) {
 }
 
 }  // namespace
+
+OverviewPaneModel::OverviewPaneModel(QObject* parent) : QObject(parent) {}
 
 void OverviewPaneModel::setStore(MonitorStore* store) {
   if (store_ == store) return;
@@ -69,6 +72,21 @@ void OverviewPaneModel::update() {
               &Self::diskHistoryChanged);
   updateField(this, battery_, Words::battery(snapshot, look), &Self::batteryChanged);
   updateField(this, topApps_, Words::topApps(snapshot), &Self::topAppsChanged);
+  updateLargestApps();
+}
+
+void OverviewPaneModel::updateLargestApps() {
+  if (store_ && !isHeld_) largestApps_.setRows(OverviewCardWords::largestApps(store_->snapshot()));
+}
+
+void OverviewPaneModel::hold() {
+  isHeld_ = true;
+}
+
+void OverviewPaneModel::release() {
+  if (!std::exchange(isHeld_, false)) return;
+  // Later: the button is still at work for the row that it was pressed in.
+  QMetaObject::invokeMethod(this, &OverviewPaneModel::updateLargestApps, Qt::QueuedConnection);
 }
 
 void OverviewPaneModel::quitApp(const QString& id) {

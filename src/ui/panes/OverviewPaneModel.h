@@ -1,10 +1,12 @@
 #pragma once
 
+#include <QAbstractItemModel>
 #include <QObject>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
 #include "state/MonitorStore.h"
+#include "ui/panes/CardRowListModel.h"
 #include "ui/panes/OverviewCards.h"
 
 namespace korvantis {
@@ -29,13 +31,14 @@ class OverviewPaneModel : public QObject {
   Q_PROPERTY(QList<double> diskHistory READ diskHistory NOTIFY diskHistoryChanged FINAL)
   Q_PROPERTY(korvantis::BatteryCard battery READ battery NOTIFY batteryChanged FINAL)
   Q_PROPERTY(korvantis::TopAppsCard topApps READ topApps NOTIFY topAppsChanged FINAL)
+  Q_PROPERTY(QAbstractItemModel* largestApps READ largestApps CONSTANT FINAL)
 
  public:
   /// What the banner is about, the gravest first.
   enum class State { Strain, ForgottenServers, Nominal };
   Q_ENUM(State)
 
-  using QObject::QObject;
+  explicit OverviewPaneModel(QObject* parent = nullptr);
 
   MonitorStore* store() const { return store_; }
   /// The store that is shown; it must outlive the model.
@@ -56,6 +59,14 @@ class OverviewPaneModel : public QObject {
   const QList<double>& diskHistory() const { return diskHistory_; }
   const BatteryCard& battery() const { return battery_; }
   const TopAppsCard& topApps() const { return topApps_; }
+  /// The applications with the most memory.
+  CardRowListModel* largestApps() { return &largestApps_; }
+
+  /// From here to `release`, ticks leave the applications listed as they are: while a button is
+  /// pressed, its row must not move from under the pointer.
+  Q_INVOKABLE void hold();
+  /// Lets the list catch up, once what the release of the button does is done.
+  Q_INVOKABLE void release();
 
   /// Asks the application with that id to quit; nothing when it is gone.
   Q_INVOKABLE void quitApp(const QString& id);
@@ -82,6 +93,7 @@ class OverviewPaneModel : public QObject {
  private:
   void update();
   void updateBanner();
+  void updateLargestApps();
 
   MonitorStore* store_ = nullptr;
   State state_ = State::Nominal;
@@ -96,6 +108,8 @@ class OverviewPaneModel : public QObject {
   QList<double> diskHistory_;
   BatteryCard battery_;
   TopAppsCard topApps_;
+  CardRowListModel largestApps_{this};
+  bool isHeld_ = false;
 };
 
 }  // namespace korvantis

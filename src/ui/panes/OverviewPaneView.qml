@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Korvantis.Screens
 
@@ -44,96 +43,83 @@ PaneView {
         store: pane.store
     }
 
-    Flickable {
-        id: scroller
-
-        objectName: "overviewScroller"
+    PaneScroller {
         anchors.fill: parent
-        contentWidth: width
-        contentHeight: column.implicitHeight + 32
-        boundsBehavior: Flickable.StopAtBounds
-        ScrollBar.vertical: ThinScrollBar {}
+        focus: true
+        name: "Overview"
 
-        ColumnLayout {
-            id: column
+        DiagnosticBanner {
+            objectName: "banner"
+            width: parent.width
+            icon: pane.icon
+            label: pane.label
+            machine: overviewModel.chipName
+            headline: overviewModel.headline
+            tint: pane.tint
+            stopServersText: overviewModel.stopServersText
+            onStopServers: pane.store.stopAllIdleServers()
+            onInspect: pane.store.selectedPane = "insights"
+        }
+        GridLayout {
+            objectName: "cards"
+            width: parent.width
+            columns: 4
+            columnSpacing: 12
+            rowSpacing: 12
 
-            x: 16
-            y: 16
-            width: scroller.width - 32
-            spacing: 14
-
-            DiagnosticBanner {
+            CPUCardView {
                 Layout.fillWidth: true
-                icon: pane.icon
-                label: pane.label
-                machine: overviewModel.chipName
-                headline: overviewModel.headline
-                tint: pane.tint
-                stopServersText: overviewModel.stopServersText
-                onStopServers: pane.store.stopAllIdleServers()
-                onInspect: pane.store.selectedPane = "insights"
+                Layout.fillHeight: true
+                Layout.preferredWidth: 1
+                store: pane.store
+                overview: overviewModel
             }
-            GridLayout {
-                objectName: "cards"
+            MemoryCardView {
                 Layout.fillWidth: true
-                columns: 4
-                columnSpacing: 12
-                rowSpacing: 12
-
-                CPUCardView {
-                    Layout.fillWidth: true
-                    Layout.fillHeight: true
-                    Layout.preferredWidth: 1
-                    store: pane.store
-                    overview: overviewModel
-                }
-                MemoryCardView {
-                    Layout.fillWidth: true
-                    Layout.fillHeight: true
-                    Layout.preferredWidth: 1
-                    store: pane.store
-                    overview: overviewModel
-                }
-                GPUCardView {
-                    Layout.fillWidth: true
-                    Layout.fillHeight: true
-                    Layout.preferredWidth: 1
-                    store: pane.store
-                    overview: overviewModel
-                }
-                ThermalCardView {
-                    Layout.fillWidth: true
-                    Layout.fillHeight: true
-                    Layout.preferredWidth: 1
-                    store: pane.store
-                    overview: overviewModel
-                }
-                NetworkCardView {
-                    Layout.fillWidth: true
-                    Layout.fillHeight: true
-                    Layout.preferredWidth: 1
-                    store: pane.store
-                    overview: overviewModel
-                }
-                DiskCardView {
-                    Layout.fillWidth: true
-                    Layout.fillHeight: true
-                    Layout.preferredWidth: 1
-                    store: pane.store
-                    overview: overviewModel
-                }
-                BatteryCardView {
-                    Layout.fillWidth: true
-                    Layout.fillHeight: true
-                    Layout.preferredWidth: 1
-                    overview: overviewModel
-                }
-                TopAppsCardView {
-                    Layout.fillWidth: true
-                    Layout.fillHeight: true
-                    Layout.preferredWidth: 1
-                    overview: overviewModel
-                }
+                Layout.fillHeight: true
+                Layout.preferredWidth: 1
+                store: pane.store
+                overview: overviewModel
+            }
+            GPUCardView {
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+                Layout.preferredWidth: 1
+                store: pane.store
+                overview: overviewModel
+            }
+            ThermalCardView {
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+                Layout.preferredWidth: 1
+                store: pane.store
+                overview: overviewModel
+            }
+            NetworkCardView {
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+                Layout.preferredWidth: 1
+                store: pane.store
+                overview: overviewModel
+            }
+            DiskCardView {
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+                Layout.preferredWidth: 1
+                store: pane.store
+                overview: overviewModel
+            }
+            BatteryCardView {
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+                Layout.preferredWidth: 1
+                overview: overviewModel
+            }
+            TopAppsCardView {
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+                Layout.preferredWidth: 1
+                overview: overviewModel
             }
         }
     }

@@ -17,42 +17,21 @@ OstrelCardContainer {
     subheadline: overview.topApps.subheadline
 
     Repeater {
-        model: view.overview.topApps.apps.length
+        id: apps
 
-        RowLayout {
-            id: row
+        objectName: "topApps"
+        model: view.overview.largestApps
 
-            required property int index
-            readonly property cardRow app: view.overview.topApps.apps[index]
-
+        TopAppRow {
             Layout.fillWidth: true
-            spacing: 6
-
-            AppIconView {
-                bundlePath: row.app.icon
-                fallbackSymbol: "app.fill"
-                size: 18
-            }
-            CardLine {
-                name: row.app.name
-                figure: row.app.figure
-            }
-            QuietButton {
-                // A tick can bring another application into this row while the button is down.
-                property string pressedID
-
-                objectName: "quit-" + row.app.name
-                symbol: "xmark.circle.fill"
-                hint: "Quit " + row.app.name
-                padding: 2
-                onPressed: pressedID = row.app.id
-                onClicked: {
-                    const id = pressedID !== "" ? pressedID : row.app.id;
-                    pressedID = "";
-                    view.overview.quitApp(id);
-                }
-                onCanceled: pressedID = ""
-            }
+            onButtonPressed: isPressed => isPressed ? view.overview.hold() : view.overview.release()
+            onQuit: view.overview.quitApp(row.id)
+        }
+        onItemRemoved: (index, item) => {
+            const gone = item as TopAppRow;
+            const next = itemAt(Math.min(index, count - 1)) as TopAppRow;
+            if (gone.hasKeyboard && next)
+                next.takeFocus(gone.focusReason);
         }
     }
 }

@@ -77,7 +77,7 @@ Rectangle {
                 text: banner.headline
                 font: OstrelFont.system(13)
                 wrapMode: Text.Wrap
-                maximumLineCount: 2
+                elide: Text.ElideNone
             }
         }
         QuietButton {

@@ -51,6 +51,17 @@ Item {
         values: [100, 100, 100]
     }
 
+    CoreBars {
+        id: cores
+
+        x: 320
+        y: 100
+        width: 120
+        height: 20
+        shares: [1, 0.05, 0.5]
+        performanceCores: 1
+    }
+
     TestCase {
         name: "SharedViews"
         when: windowShown
@@ -124,6 +135,22 @@ Item {
             const picture = grabImage(spark);
             compare(String(picture.pixel(50, 19)), String(picture.pixel(1, 37)));
             spark.values = [100, 100, 100];
+        }
+        function test_eachCoreHasABarInTheColourOfItsKindFilledFromBelow() {
+            waitForRendering(cores);
+            const picture = grabImage(cores);
+            const at = (x, y) => picture.pixel(x, y);
+            const isLike = (x, y, color) => verify(Qt.colorEqual(at(x, y), color), x + ", " + y + ": " + at(x, y));
+            isLike(20, 3, OstrelTheme.cpu);
+            isLike(20, 16, OstrelTheme.cpu);
+            // A core at rest shows the floor of its bar.
+            isLike(60, 10, OstrelTheme.elevatedCard);
+            verify(!Qt.colorEqual(at(60, 19), OstrelTheme.elevatedCard));
+            isLike(100, 5, OstrelTheme.elevatedCard);
+            isLike(100, 15, OstrelTheme.gpu);
+            cores.performanceCores = 3;
+            waitForRendering(cores);
+            verify(Qt.colorEqual(grabImage(cores).pixel(100, 15), OstrelTheme.cpu));
         }
         function test_equalValuesDrawNothingAnew() {
             let changes = 0;
