@@ -46,6 +46,7 @@ FocusScope {
         border.color: card.isPinned ? Qt.alpha(OstrelTheme.amberWarning, 0.45) : OstrelTheme.hairline
     }
     Rectangle {
+        objectName: "badge"
         x: 14
         y: 12
         width: 34

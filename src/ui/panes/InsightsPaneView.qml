@@ -25,12 +25,14 @@ PaneView {
         heldBlock: limits.isBusy ? limitsBlock : pressedCard
 
         WhatsWrongSummaryCard {
+            objectName: "summary"
             width: parent ? parent.width : 0
             pane: insights
         }
         Item {
+            objectName: "findingsHeader"
             width: parent ? parent.width : 0
-            height: 36
+            height: Math.ceil(clearUnpinned.implicitHeight) + 16
 
             SectionCaption {
                 objectName: "findingsTitle"
@@ -39,6 +41,8 @@ PaneView {
                 text: insights.findingsTitle
             }
             QuietButton {
+                id: clearUnpinned
+
                 objectName: "clearUnpinned"
                 visible: insights.hasFindings
                 anchors.right: parent.right

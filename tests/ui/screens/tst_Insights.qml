@@ -2,6 +2,7 @@ import QtQuick
 import QtTest
 import Korvantis.Screens
 import ScreenTests
+import "ShownTexts.js" as Shown
 
 Item {
     id: stage
@@ -26,6 +27,7 @@ Item {
         readonly property string defaults: "Google Chrome/Memory (MB)/4096/5 Xcode/CPU %/250/5"
 
         function init() {
+            mouseMove(stage, 1, 1);
             loader.active = false;
             stage.width = 1040;
             stage.height = 680;
@@ -196,8 +198,51 @@ Item {
             compare(card(1).title, "Finding 1");
         }
 
+        function test_aFindingSaysItsWordsInTheirInksAndFaces() {
+            Fixture.setInsights(1);
+            Fixture.addInsightWithoutTarget();
+            tick();
+            compare(Shown.faultsIn(card(1), [["Finding 0", OstrelTheme.ink1, OstrelFont.system(13, Font.Bold)], ["150% CPU", OstrelTheme.heat, OstrelFont.monospaced(10.5, Font.DemiBold)], ["It has used the processor for minutes.", OstrelTheme.ink2, OstrelFont.system(12)]]), "");
+            const metric = part(1, "metric");
+            compare(String(metric.color), String(Qt.alpha(OstrelTheme.heat, 0.18)));
+            compare(metric.radius, metric.height / 2);
+            // The badge is the same for every kind.
+            for (const [index, icon] of [[0, "network"], [1, "cpu.fill"]]) {
+                const badge = part(index, "badge");
+                compare(String(badge.color), String(Qt.alpha(OstrelTheme.heat, 0.18)));
+                compare(badge.radius, badge.width / 2);
+                compare(Shown.symbolWordsOf(badge), [icon + " " + OstrelTheme.heat + " 14"]);
+            }
+            mouseClick(part(1, "pin"));
+            compare(part(1, "pinMark").size, 10);
+            compare(String(part(1, "pinMark").tint), String(OstrelTheme.amberWarning));
+        }
+
         // The summary
 
+        function test_theSummaryIsSetInItsFaces() {
+            const summary = view("summary");
+            const caption = OstrelFont.system(9.5, Font.Medium);
+            const figure = OstrelFont.monospaced(12, Font.DemiBold);
+            compare(Shown.faultsIn(summary, [["WHAT'S WRONG RIGHT NOW", OstrelTheme.ink2, OstrelFont.system(11, Font.Bold, 0.6)], [Fixture.store.whatsWrongHeadline(), OstrelTheme.ink1, OstrelFont.system(15, Font.Medium)], ["CPU Load", OstrelTheme.ink3, caption], ["0.0% (1m 0.00)", OstrelTheme.cpu, figure], ["Memory Pressure", OstrelTheme.ink3, caption], ["Normal", OstrelTheme.memory, figure], ["Thermal", OstrelTheme.ink3, caption], ["44°C · 8.4W", OstrelTheme.heat, figure], ["Idle Dev Servers", OstrelTheme.ink3, caption], ["0", OstrelTheme.safeGreen, figure]]), "");
+            compare(Shown.symbolsOf(summary).map(symbol => symbol.name), ["stethoscope"]);
+            const pill = view("pills").children[0];
+            compare(String(pill.color), String(OstrelTheme.elevatedCard));
+            compare(pill.radius, 8);
+            const words = findChild(pill, "value").parent;
+            compare(words.x, 12);
+            compare(words.y, 8);
+        }
+        function test_theBlocksStand16Apart() {
+            const gap = (above, below) => below.mapToItem(stage, 0, 0).y - above.mapToItem(stage, 0, above.height).y;
+            const clear = view("clearUnpinned");
+            Fixture.setInsights(1);
+            tick();
+            fuzzyCompare(gap(view("summary"), clear), 16, 0.6);
+            fuzzyCompare(gap(clear, card(0)), 16, 0.6);
+            fuzzyCompare(gap(card(0), view("limitsCard")), 16, 0.6);
+            fuzzyCompare(gap(view("limitsCard"), view("briefsCard")), 16, 0.6);
+        }
         function test_theSummarySaysTheHeadlineAndFourFigures() {
             compare(view("headline").text, Fixture.store.whatsWrongHeadline());
             const pills = [...Array(4).keys()].map(index => view("pills").children[index]);
@@ -417,8 +462,20 @@ Item {
             compare(Fixture.limits, defaults);
         }
 
+        function test_theRulesSayTheirWordsInTheirInks() {
+            compare(Shown.faultsIn(view("limitsCard"), [["CUSTOM APP THRESHOLD RULES", OstrelTheme.ink2, OstrelFont.system(11, Font.Bold, 0.6)], ["Google Chrome", OstrelTheme.ink1, OstrelFont.system(12.5, Font.Medium)], ["Memory (MB) > 4096 for 5 min", OstrelTheme.ink2, OstrelFont.system(11.5)], ["App", OstrelTheme.ink3], ["Metric", OstrelTheme.ink3], ["Limit:", OstrelTheme.ink3], ["5 min", OstrelTheme.ink1], ["Add Rule", OstrelTheme.cpu]]), "");
+            compare(findChild(view("limits").itemAt(0), "trash").symbol, "trash");
+        }
+
         // Phone briefs
 
+        function test_thePhoneCardSaysItsWordsInTheirFaces() {
+            const card = view("briefsCard");
+            compare(Shown.faultsIn(card, [["REMOTE PHONE BRIEFS (iMESSAGE & WHATSAPP)", OstrelTheme.ink2, OstrelFont.system(11, Font.Bold, 0.6)], ["iMessage", OstrelTheme.ink3], ["WhatsApp", OstrelTheme.ink3], ["Receive live Mac health summaries & automatic strain alerts on your phone", OstrelTheme.ink1, OstrelFont.system(13, Font.DemiBold)], ["Connect your Apple iMessage or WhatsApp number to get a 4-line status brief (CPU, Memory Pressure, Thermal/Watts, AI Agents & Idle Servers) on schedule or whenever your Mac is under heavy strain.", OstrelTheme.ink2, OstrelFont.system(11.5)]]), "");
+            compare(Shown.symbolsOf(card).map(symbol => symbol.name), ["iphone.radiowaves.left.and.right", "paperplane.fill", "slider.horizontal.3"]);
+            clickOn(view("sendBrief"));
+            compare(String(view("briefStatus").font), String(OstrelFont.system(11)));
+        }
         function test_theChipsFollowTheChannels() {
             const chip = view("iMessageChip");
             compare(chip.Accessible.name, "iMessage: off");
