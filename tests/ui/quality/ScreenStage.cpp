@@ -129,6 +129,9 @@ void ScreenStage::tick() {
 
 void ScreenStage::prepareTurn() {
   ++turn_;
+  // What was asked of the machine is written down, and would grow through a long run.
+  monitor_.log.clear();
+  monitor_.loadedSince.clear();
   monitor_.now = CrowdedMachine::startTime + 2.0 * turn_;
   prepared_ = machine_.snapshot(turn_);
 }
