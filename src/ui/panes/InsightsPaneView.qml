@@ -23,6 +23,9 @@ PaneView {
         anchors.fill: parent
         spacing: 8
         heldBlock: limits.isBusy ? limitsBlock : pressedCard
+        // The answer appears below the button, and that may be below the edge.
+        onContentHeightChanged: if (briefs.isAnswering)
+            reveal(briefs)
 
         WhatsWrongSummaryCard {
             width: parent ? parent.width : 0
@@ -104,6 +107,8 @@ PaneView {
             }
         }
         RemotePhoneBriefsCard {
+            id: briefs
+
             objectName: "briefsCard"
             width: parent ? parent.width : 0
             pane: insights
