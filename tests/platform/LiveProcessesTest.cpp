@@ -240,14 +240,12 @@ TEST(LiveProcesses, ACommandLineOf100000BytesTellsItsRealSize) {
   EXPECT_THAT(blockWords(*block), ElementsAre("my shell", "-c", "read x; exit", word));
 }
 
-TEST(LiveProcesses, AZombieHasFiguresButNoPathArgumentsOrFolder) {
+TEST(LiveProcesses, AZombieIsShownNoMoreAndHasNoPathArgumentsOrFolder) {
   const auto child = ChildProcess::prepared();
   child.kill();
   ProcessQuestions questions(systemProcessSources());
   EXPECT_THAT(questions.pids(), Contains(child.pid()));
-  const auto record = questions.basic(child.pid());
-  ASSERT_TRUE(record);
-  EXPECT_EQ(record->pbi_status, 5U);
+  EXPECT_FALSE(questions.basic(child.pid()));
   const auto usage = questions.usage(child.pid());
   ASSERT_TRUE(usage);
   EXPECT_EQ(usage->ri_phys_footprint, 0U);

@@ -297,6 +297,19 @@ TEST(RecordedProcesses, ARefusedLinkLeavesAnAbsoluteFirstArgumentAsThePath) {
   EXPECT_EQ(questions.path(13), "/opt/a --b");
 }
 
+TEST(RecordedProcesses, AProcessGoesOnAfterTheEndOfItsFirstThread) {
+  RecordedProcesses machine;
+  auto made = process(10);
+  made.state = 'Z';
+  machine.put(made);
+  made.pid = 20;
+  made.switches = {1, 2, 3};
+  machine.put(made);
+  ProcessQuestions questions(machine.sources());
+  EXPECT_FALSE(questions.basic(10)) << "all of it has ended";
+  EXPECT_TRUE(questions.basic(20));
+}
+
 TEST(RecordedProcesses, APathThatDoesNotFitTheBufferFails) {
   RecordedProcesses machine;
   auto made = process(10);

@@ -106,11 +106,13 @@ TEST_F(OverviewCardWordsTest, TheGPUsCardSaysWhoHoldsTheNeuralEngine) {
   EXPECT_TRUE(card.isNeuralBusy);
   EXPECT_EQ(card.neuralWatts, "1.4 W");
   EXPECT_EQ(card.holderText, "Active: Xcode");
+  EXPECT_TRUE(card.hasHolder);
   system.neuralEnginePercent = 1;
   system.neuralEngineHolder.reset();
   card = Words::gpu(system, hardware);
   EXPECT_FALSE(card.isNeuralBusy);
   EXPECT_EQ(card.holderText, "ANE Idle — Ready for CoreML / Local LLM");
+  EXPECT_FALSE(card.hasHolder);
 }
 
 TEST_F(OverviewCardWordsTest, HottestExactlyAtTheThresholdIsHot) {

@@ -155,7 +155,8 @@ int LinuxProcesses::processInfo(int pid, int flavor, void* buffer, int bufferSiz
 int LinuxProcesses::basicInformation(std::int32_t pid, void* buffer) {
   pass().reading.reset();
   const auto reading = current(pid);
-  if (!reading || reading->stat().isKernelThread) return failure(ESRCH, 0);
+  if (!reading || reading->stat().isKernelThread || reading->stat().hasEnded())
+    return failure(ESRCH, 0);
   quietProcesses.begin(*reading);
   const auto facts = listingFacts(*reading, sources.steadySeconds());
   if (!facts) return failure(ESRCH, 0);

@@ -27,6 +27,10 @@ struct ProcessStat {
   /// Memory that is in RAM, in pages; 0 when the text ends before it.
   std::uint64_t residentPages = 0;
 
+  /// Whether it has ended and only waits for its parent to take note. Its first thread alone may
+  /// have ended long before the others.
+  bool hasEnded() const { return (state == 'Z' || state == 'X') && threadCount <= 1; }
+
   bool operator==(const ProcessStat&) const = default;
 };
 

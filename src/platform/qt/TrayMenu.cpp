@@ -37,7 +37,7 @@ QList<TrayMenuProperties> TrayMenu::GetGroupProperties(const QList<int>& ids,
     for (int id = 0; id == 0 || isLine(id); ++id) properties.append({id, propertiesOf(id)});
   }
   for (const int id : ids) {
-    if (id == 0 || isLine(id)) properties.append({id, propertiesOf(id)});
+    if (isKnown(id)) properties.append({id, propertiesOf(id)});
   }
   return properties;
 }
@@ -57,6 +57,22 @@ void TrayMenu::Event(int id, const QString& eventId, const QDBusVariant& /*data*
 
 bool TrayMenu::AboutToShow(int /*id*/) const {
   return false;
+}
+
+QList<int> TrayMenu::EventGroup(const QList<TrayMenuEvent>& events) {
+  QList<int> unknownIDs;
+  for (const TrayMenuEvent& event : events) {
+    if (!isKnown(event.id)) unknownIDs.append(event.id);
+    Event(event.id, event.eventId, event.data, event.timestamp);
+  }
+  return unknownIDs;
+}
+
+QList<int> TrayMenu::AboutToShowGroup(const QList<int>& ids, QList<int>& unknownIDs) const {
+  for (const int id : ids) {
+    if (!isKnown(id)) unknownIDs.append(id);
+  }
+  return {};
 }
 
 }  // namespace korvantis

@@ -39,12 +39,18 @@ class TrayMenu : public QDBusAbstractAdaptor {
   Q_SCRIPTABLE void Event(int id, const QString& eventId, const QDBusVariant& data, uint timestamp);
   Q_SCRIPTABLE bool AboutToShow(int id) const;
 
+  /// The same for several entries at once, which is how trays ask a menu of version 3. Give the
+  /// ids that are no entries; the second one also those that must be read anew: none.
+  Q_SCRIPTABLE QList<int> EventGroup(const QList<korvantis::TrayMenuEvent>& events);
+  Q_SCRIPTABLE QList<int> AboutToShowGroup(const QList<int>& ids, QList<int>& unknownIDs) const;
+
  signals:
   void LayoutUpdated(uint revision, int parent);
   void ItemActivationRequested(int id, uint timestamp);
 
  private:
   bool isLine(int id) const { return id >= 1 && id <= static_cast<int>(entries.size()); }
+  bool isKnown(int id) const { return id == 0 || isLine(id); }
   QVariantMap propertiesOf(int id) const;
 
   std::vector<StatusItemMenuEntry> entries;

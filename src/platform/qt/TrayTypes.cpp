@@ -73,6 +73,20 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, TrayMenuPropertie
   return argument;
 }
 
+QDBusArgument& operator<<(QDBusArgument& argument, const TrayMenuEvent& event) {
+  argument.beginStructure();
+  argument << event.id << event.eventId << event.data << event.timestamp;
+  argument.endStructure();
+  return argument;
+}
+
+const QDBusArgument& operator>>(const QDBusArgument& argument, TrayMenuEvent& event) {
+  argument.beginStructure();
+  argument >> event.id >> event.eventId >> event.data >> event.timestamp;
+  argument.endStructure();
+  return argument;
+}
+
 void registerTrayTypes() {
   qDBusRegisterMetaType<TrayPixmap>();
   qDBusRegisterMetaType<QList<TrayPixmap>>();
@@ -80,6 +94,8 @@ void registerTrayTypes() {
   qDBusRegisterMetaType<TrayMenuNode>();
   qDBusRegisterMetaType<TrayMenuProperties>();
   qDBusRegisterMetaType<QList<TrayMenuProperties>>();
+  qDBusRegisterMetaType<TrayMenuEvent>();
+  qDBusRegisterMetaType<QList<TrayMenuEvent>>();
 }
 
 }  // namespace korvantis

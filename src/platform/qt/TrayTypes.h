@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QDBusArgument>
+#include <QDBusVariant>
 #include <QList>
 #include <QMetaType>
 #include <QString>
@@ -37,6 +38,14 @@ struct TrayMenuProperties {
   QVariantMap properties;
 };
 
+/// What happened to one menu entry, "(isvu)".
+struct TrayMenuEvent {
+  int id = 0;
+  QString eventId;
+  QDBusVariant data;
+  uint timestamp = 0;
+};
+
 QDBusArgument& operator<<(QDBusArgument& argument, const TrayPixmap& pixmap);
 const QDBusArgument& operator>>(const QDBusArgument& argument, TrayPixmap& pixmap);
 QDBusArgument& operator<<(QDBusArgument& argument, const TrayToolTip& toolTip);
@@ -45,6 +54,8 @@ QDBusArgument& operator<<(QDBusArgument& argument, const TrayMenuNode& node);
 const QDBusArgument& operator>>(const QDBusArgument& argument, TrayMenuNode& node);
 QDBusArgument& operator<<(QDBusArgument& argument, const TrayMenuProperties& properties);
 const QDBusArgument& operator>>(const QDBusArgument& argument, TrayMenuProperties& properties);
+QDBusArgument& operator<<(QDBusArgument& argument, const TrayMenuEvent& event);
+const QDBusArgument& operator>>(const QDBusArgument& argument, TrayMenuEvent& event);
 
 /// Tells the message bus library of these types; once is enough, more do no harm.
 void registerTrayTypes();
@@ -55,3 +66,4 @@ Q_DECLARE_METATYPE(korvantis::TrayPixmap)
 Q_DECLARE_METATYPE(korvantis::TrayToolTip)
 Q_DECLARE_METATYPE(korvantis::TrayMenuNode)
 Q_DECLARE_METATYPE(korvantis::TrayMenuProperties)
+Q_DECLARE_METATYPE(korvantis::TrayMenuEvent)

@@ -14,6 +14,8 @@ OstrelCardContainer {
     iconName: overview.battery.icon
     accentColor: OstrelTheme.battery
     headline: overview.battery.headline
+    // A figure and a state in one line.
+    smallestHeadline: 0.5
     subheadline: overview.battery.subheadline
 
     CardLine {
@@ -36,6 +38,7 @@ OstrelCardContainer {
         symbol: "moon.zzz.fill"
         symbolColor: OstrelTheme.safeGreen
         name: "No processes blocking system sleep"
+        keepsWords: true
     }
     Repeater {
         model: view.overview.battery.blockers.length

@@ -25,15 +25,19 @@ OstrelCardContainer {
     }
     CardLine {
         name: "VRAM In Use"
+        keepsWords: true
         figure: view.overview.gpu.memoryText
     }
     CardLine {
         name: view.overview.gpu.neuralText
+        keepsWords: true
         nameColor: view.overview.gpu.isNeuralBusy ? OstrelTheme.neural : OstrelTheme.ink4
         figure: view.overview.gpu.neuralWatts
     }
     CardLine {
+        objectName: "neuralHolder"
         name: view.overview.gpu.holderText
+        keepsWords: !view.overview.gpu.hasHolder
         fontSize: 10
         nameColor: OstrelTheme.ink3
     }

@@ -29,7 +29,7 @@ CardHead {
         hoverInk: "#FFFFFF"
         ground: OstrelTheme.cpu
         hoverGround: Qt.darker(OstrelTheme.cpu, 1.15)
-        Accessible.name: "Stop " + view.row.title
+        Accessible.name: ["Stop " + view.row.title, ...view.row.ports].join(", ")
         onClicked: delegate.stop()
     }
 }

@@ -152,7 +152,8 @@ FocusScope {
             text: "Snooze 24h"
             leftPadding: 10
             rightPadding: 10
-            ground: OstrelTheme.elevatedCard
+            // On a card under the pointer the ground at rest would be the same as the card's.
+            ground: hover.hovered ? Qt.alpha(OstrelTheme.subtleBorder, 0.6) : OstrelTheme.elevatedCard
             hoverGround: OstrelTheme.subtleBorder
             anchors.verticalCenter: parent.verticalCenter
             onClicked: card.snooze()

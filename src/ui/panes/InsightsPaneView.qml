@@ -23,6 +23,9 @@ PaneView {
         anchors.fill: parent
         spacing: 8
         heldBlock: limits.isBusy ? limitsBlock : pressedCard
+        // The answer appears below the button, and that may be below the edge.
+        onContentHeightChanged: if (briefs.isAnswering)
+            reveal(briefs)
 
         WhatsWrongSummaryCard {
             objectName: "summary"
@@ -108,6 +111,8 @@ PaneView {
             }
         }
         RemotePhoneBriefsCard {
+            id: briefs
+
             objectName: "briefsCard"
             width: parent ? parent.width : 0
             pane: insights

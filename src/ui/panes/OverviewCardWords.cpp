@@ -123,6 +123,7 @@ GPUCard gpu(const SystemSample& system, const HardwareInfo& hardware) {
   card.neuralText = QStringLiteral("Neural Engine (%1c)").arg(hardware.neuralEngineCores);
   card.isNeuralBusy = system.neuralEnginePercent > busyNeuralPercent;
   card.neuralWatts = fixed(system.neuralEngineWatts, 1) + QStringLiteral(" W");
+  card.hasHolder = system.neuralEngineHolder.has_value();
   card.holderText = system.neuralEngineHolder
                         ? QStringLiteral("Active: ") + textOf(*system.neuralEngineHolder)
                         : QStringLiteral("ANE Idle — Ready for CoreML / Local LLM");

@@ -77,6 +77,7 @@ struct GPUCard {
   Q_PROPERTY(QString neuralText MEMBER neuralText FINAL)
   Q_PROPERTY(bool isNeuralBusy MEMBER isNeuralBusy FINAL)
   Q_PROPERTY(QString neuralWatts MEMBER neuralWatts FINAL)
+  Q_PROPERTY(bool hasHolder MEMBER hasHolder FINAL)
   Q_PROPERTY(QString holderText MEMBER holderText FINAL)
 
  public:
@@ -86,6 +87,8 @@ struct GPUCard {
   QString neuralText{};
   bool isNeuralBusy = false;
   QString neuralWatts{};
+  /// Whether the text below ends in the name of an application.
+  bool hasHolder = false;
   QString holderText{};
 
   bool operator==(const GPUCard&) const = default;

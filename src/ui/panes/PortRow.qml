@@ -61,7 +61,7 @@ Item {
             hoverInk: OstrelTheme.strainRed
             ground: Qt.alpha(OstrelTheme.strainRed, 0.12)
             hoverGround: Qt.alpha(OstrelTheme.strainRed, 0.24)
-            Accessible.name: "Stop " + view.row.title
+            Accessible.name: "Stop " + view.row.title + ", " + view.row.pidText
             onClicked: delegate.stop()
         }
     }

@@ -79,7 +79,7 @@ Item {
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
         symbol: "xmark.circle"
-        hint: "Stop " + view.row.title
+        hint: "Stop " + view.row.title + ", " + view.row.pidText
         leftPadding: 5
         rightPadding: 5
         hoverInk: OstrelTheme.strainRed

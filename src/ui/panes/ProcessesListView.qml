@@ -64,8 +64,9 @@ ListView {
             currentIndex = 0;
     }
     onCurrentItemChanged: {
-        // Away from the button of the row that was current.
-        KeyboardFocus.gather(list);
+        // To the row itself and not to a button that it had when it was last current, so that a
+        // screen reader says the row.
+        KeyboardFocus.gather(currentItem ?? list);
         showsFocusRing = activeFocus;
     }
     Keys.onRightPressed: setExpanded(true)
@@ -97,7 +98,7 @@ ListView {
         onClicked: {
             list.currentIndex = index;
             list.forceActiveFocus(Qt.MouseFocusReason);
-            KeyboardFocus.gather(list);
+            KeyboardFocus.gather(this);
             list.showsFocusRing = false;
         }
         onToggleExpanded: list.processes.toggleExpanded(row.groupID)

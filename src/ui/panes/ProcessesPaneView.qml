@@ -62,6 +62,7 @@ PaneView {
         objectName: "emptyState"
         visible: list.count === 0 && title !== ""
         anchors.centerIn: list
+        anchors.horizontalCenterOffset: -list.endMargin / 2
         icon: processes.emptyState.icon
         title: processes.emptyState.title
         subtitle: processes.emptyState.subtitle

@@ -45,6 +45,8 @@ GridLayout {
     }
     RowLayout {
         Layout.fillWidth: true
+        // As high with the switch as without.
+        Layout.minimumHeight: systemToggle.implicitHeight
         spacing: 10
 
         SearchField {
@@ -56,6 +58,8 @@ GridLayout {
             onTextEdited: toolbar.store.processSearchText = text
         }
         SystemProcessesToggle {
+            id: systemToggle
+
             objectName: "systemToggle"
             visible: toolbar.isAppsTab
             isOn: toolbar.store.showSystemProcesses

@@ -59,7 +59,7 @@ Item {
         text: "Stop"
         padding: 3
         hoverInk: OstrelTheme.strainRed
-        Accessible.name: "Stop " + view.row.title
+        Accessible.name: "Stop " + view.row.title + ", " + view.row.pidText
         onClicked: delegate.stop()
     }
 }

@@ -8,8 +8,16 @@ FocusScope {
 
     required property InsightsPaneModel pane
     required property RemoteAlertStore alerts
+    // The user has asked for a brief just now and looks for what became of it.
+    readonly property bool isAnswering: answer.running
 
     implicitHeight: Math.ceil(content.implicitHeight) + 32
+
+    Timer {
+        id: answer
+
+        interval: 500
+    }
 
     component Channel: Row {
         id: channel
@@ -149,7 +157,10 @@ FocusScope {
                 ink: OstrelTheme.safeGreen
                 ground: Qt.alpha(OstrelTheme.safeGreen, 0.16)
                 hoverGround: Qt.alpha(OstrelTheme.safeGreen, 0.3)
-                onClicked: card.pane.sendInstantBrief()
+                onClicked: {
+                    answer.restart();
+                    card.pane.sendInstantBrief();
+                }
             }
             QuietButton {
                 objectName: "configureBriefs"

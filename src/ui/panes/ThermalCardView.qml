@@ -24,6 +24,7 @@ OstrelCardContainer {
     CardLine {
         objectName: "hottest"
         name: view.overview.thermal.hottestName
+        smallestName: 7
         figure: view.overview.thermal.hottestText
         figureColor: view.overview.thermal.isHot ? OstrelTheme.strainRed : OstrelTheme.ink1
     }

@@ -15,6 +15,8 @@ Item {
     // Our own words and figures in place of a name: they get smaller where there is no room, and are
     // never cut.
     property bool keepsWords: false
+    // How small a name may get before it is cut.
+    property real smallestName: keepsWords ? 5 : fontSize
     property string figure
     property real fontSize: 11
     property color nameColor: OstrelTheme.ink2
@@ -46,14 +48,15 @@ Item {
         id: nameText
 
         readonly property real room: figureText.x - 6 - x
+        readonly property bool shrinks: line.smallestName < line.fontSize
 
         x: line.nameX
         anchors.verticalCenter: parent.verticalCenter
-        width: Math.max(0, line.keepsWords ? room : Math.min(implicitWidth, room))
+        width: Math.max(0, shrinks ? room : Math.min(implicitWidth, room))
         text: line.name
         font: OstrelFont.system(line.fontSize)
-        fontSizeMode: line.keepsWords ? Text.HorizontalFit : Text.FixedSize
-        minimumPointSize: 5
+        fontSizeMode: shrinks ? Text.HorizontalFit : Text.FixedSize
+        minimumPointSize: line.smallestName
         color: line.nameColor
     }
     FigureText {

@@ -67,9 +67,14 @@ QRectF KeyboardFocus::focusedByKeyboard(QQuickItem* content) {
 }
 
 void KeyboardFocus::gather(QQuickItem* scope) {
-  const QQuickWindow* const window = scope ? scope->window() : nullptr;
-  QQuickItem* const focused = window ? window->activeFocusItem() : nullptr;
-  if (focused && focused != scope && scope->isAncestorOf(focused)) focused->setFocus(false);
+  const QQuickItem* before = nullptr;
+  QQuickItem* focused = focusedItem(scope);
+  while (focused && focused != before && focused != scope && scope->isAncestorOf(focused)) {
+    // It falls to the focus scope around the item, which may lie inside of `scope` too.
+    before = focused;
+    focused->setFocus(false);
+    focused = focusedItem(scope);
+  }
 }
 
 }  // namespace korvantis

@@ -208,6 +208,39 @@ TEST_F(QtStatusItemTest, AClickInTheMenuDoesWhatItsLineSays) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return opened == 1; }));
 }
 
+TEST_F(QtStatusItemTest, AClickThatTraysTellInAGroupDoesTheSame) {
+  add();
+  ASSERT_TRUE(isRegistered(1));
+  const auto events = [this](const QList<TrayMenuEvent>& group) {
+    const QDBusMessage reply =
+        call(QStringLiteral("/MenuBar"), QStringLiteral("com.canonical.dbusmenu"),
+             QStringLiteral("EventGroup"), {QVariant::fromValue(group)});
+    EXPECT_EQ(reply.type(), QDBusMessage::ReplyMessage) << reply.errorMessage().toStdString();
+    return qdbus_cast<QList<int>>(reply.arguments().value(0));
+  };
+  const QString clicked = QStringLiteral("clicked");
+  const QDBusVariant nothing(0);
+  EXPECT_EQ(events({{1, QStringLiteral("hovered"), nothing, 0}, {2, clicked, nothing, 0}}),
+            QList<int>());
+  QCoreApplication::processEvents();
+  EXPECT_EQ(opened, 0);
+  EXPECT_EQ(
+      events({{99, clicked, nothing, 0}, {1, clicked, nothing, 7}, {-1, clicked, nothing, 0}}),
+      QList<int>({99, -1}));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return opened == 1; }));
+}
+
+TEST_F(QtStatusItemTest, NoLineChangesBeforeTheMenuIsShown) {
+  add();
+  ASSERT_TRUE(isRegistered(1));
+  const QDBusMessage reply =
+      call(QStringLiteral("/MenuBar"), QStringLiteral("com.canonical.dbusmenu"),
+           QStringLiteral("AboutToShowGroup"), {QVariant::fromValue(QList<int>({0, 1, 88}))});
+  ASSERT_EQ(reply.arguments().size(), 2);
+  EXPECT_EQ(qdbus_cast<QList<int>>(reply.arguments()[0]), QList<int>());
+  EXPECT_EQ(qdbus_cast<QList<int>>(reply.arguments()[1]), QList<int>({88}));
+}
+
 TEST_F(QtStatusItemTest, TellsThePropertiesOfAllLines) {
   add();
   ASSERT_TRUE(isRegistered(1));

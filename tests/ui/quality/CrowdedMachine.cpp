@@ -308,7 +308,24 @@ EngineSnapshot CrowdedMachine::snapshot(int turn) const {
   }
   for (int number = 0; number < 12; ++number) snapshot.newInsights.push_back(insight(number, turn));
   if (turn / stride % 2 == 0) snapshot.activeStrains = {StrainKind::cpu, StrainKind::temperature};
+  if (isAtRest) putToRest(snapshot);
   return snapshot;
+}
+
+void CrowdedMachine::putToRest(EngineSnapshot& snapshot) {
+  snapshot.system.neuralEngineHolder.reset();
+  snapshot.system.battery->isCharging = false;
+  snapshot.system.battery->isPluggedIn = false;
+  snapshot.system.thermal.fans.clear();
+  snapshot.projects.clear();
+  snapshot.containers.clear();
+  snapshot.listeningPorts.clear();
+  snapshot.idleServers.clear();
+  snapshot.agentSessions.clear();
+  snapshot.sleepBlockers.clear();
+  snapshot.bluetoothDevices.clear();
+  snapshot.newInsights.clear();
+  snapshot.activeStrains.clear();
 }
 
 HardwareInfo CrowdedMachine::hardware() const {

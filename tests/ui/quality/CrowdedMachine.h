@@ -23,6 +23,9 @@ struct CrowdedMachine {
   /// Names as people really have them at their worst: sixty letters and more, other scripts,
   /// written from right to left, with emoji.
   bool hasLongNames = false;
+  /// Nothing strains it, holds it awake or waits to be told, and its battery feeds it: what the
+  /// screens say in place of all that.
+  bool isAtRest = false;
 
   EngineSnapshot snapshot(int turn) const;
   HardwareInfo hardware() const;
@@ -44,6 +47,7 @@ struct CrowdedMachine {
   ProcessSample process(int number, int turn) const;
   AppGroup application(int number, int turn) const;
   SystemSample system(int turn) const;
+  static void putToRest(EngineSnapshot& snapshot);
   DevProject project(int number, const AppGroup& owner) const;
   ContainerSample container(int number) const;
   Insight insight(int number, int turn) const;

@@ -13,6 +13,8 @@ namespace korvantis::test {
 namespace {
 
 constexpr CrowdedMachine worstMachine{.applications = 24, .processes = 80, .hasLongNames = true};
+constexpr CrowdedMachine machineAtRest{
+    .applications = 12, .processes = 20, .hasLongNames = true, .isAtRest = true};
 /// What a letter may stand over an edge: half a pixel of rounding and a soft border.
 constexpr double sideways = 1.5;
 /// A line is higher than its letters.
@@ -167,8 +169,9 @@ void keepPicture(ScreenStage& stage, const QString& name) {
 
 class ScreenQuality : public testing::TestWithParam<Screen> {
  protected:
-  static void expectGood(ScreenStage::Look look, const std::vector<int>& widths) {
-    ScreenStage stage(worstMachine, look);
+  static void expectGood(ScreenStage::Look look, const std::vector<int>& widths,
+                         const CrowdedMachine& machine = worstMachine) {
+    ScreenStage stage(machine, look);
     for (const int width : widths) {
       stage.resize(width, look.isPanel ? 560 : 790);
       // From the top, and as it is made at this width.
@@ -179,7 +182,9 @@ class ScreenQuality : public testing::TestWithParam<Screen> {
       keepPicture(stage, QStringLiteral("%1-%2%3")
                              .arg(QString::fromStdString(testNameOf(GetParam())))
                              .arg(width)
-                             .arg(look.isDark ? QString() : QStringLiteral("-light")));
+                             .arg(machine.isAtRest ? QStringLiteral("-rest")
+                                  : look.isDark    ? QString()
+                                                   : QStringLiteral("-light")));
       const QStringList faults = faultsEverywhere(stage);
       EXPECT_TRUE(faults.isEmpty())
           << GetParam().name << " at width " << width << ", " << faults.size() << " faults:\n"
@@ -197,6 +202,10 @@ TEST_P(ScreenQuality, NoWordIsCutOrCoveredInTheLightWindow) {
 }
 TEST_P(ScreenQuality, NoWordIsCutOrCoveredInThePanel) {
   expectGood({.isDark = true, .isPanel = true}, {820});
+}
+TEST_P(ScreenQuality, NoWordIsCutOrCoveredOnAMachineAtRest) {
+  expectGood({.isDark = true}, {1040}, machineAtRest);
+  expectGood({.isDark = true, .isPanel = true}, {820}, machineAtRest);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, ScreenQuality, testing::ValuesIn(allScreens()),

@@ -513,6 +513,28 @@ Item {
             compare(view("briefStatus").text, "✓ Opened WhatsApp Web/App for +15551234567");
             compare(String(view("briefStatus").color), String(OstrelTheme.safeGreen));
         }
+        function test_whatBecameOfABriefIsBroughtIntoView() {
+            Fixture.setInsights(3);
+            tick();
+            const button = view("sendBrief");
+            // The button stands at the lower edge.
+            scroller().contentY = button.mapToItem(scroller().contentItem, 0, button.height).y + 4 - scroller().height;
+            waitForRendering(stage);
+            mouseClick(button);
+            Fixture.runBackground();
+            const status = view("briefStatus");
+            tryVerify(() => onScreen(status) + status.height <= stage.height);
+            verify(status.visible);
+        }
+        function test_theButtonsOfACardUnderThePointerStandOutFromIt() {
+            Fixture.setInsights(2);
+            tick();
+            const button = part(0, "snooze");
+            mouseMove(card(0), 100, 10);
+            tryVerify(() => Qt.colorEqual(part(0, "frame").color, OstrelTheme.elevatedCard));
+            verify(!Qt.colorEqual(button.ground, OstrelTheme.elevatedCard));
+            verify(Qt.colorEqual(part(1, "snooze").ground, OstrelTheme.elevatedCard));
+        }
         function test_configureOpensTheSettingsOfTheBriefs() {
             compare(view("configureBriefs").text, "Configure iMessage & WhatsApp…");
             clickOn(view("configureBriefs"));

@@ -411,6 +411,31 @@ Item {
             mouseClick(part(0, "stop"));
             compare(Fixture.stopped, "stop:3001");
         }
+        // Several processes of one name often stand below each other.
+        function test_stopButtonsSayWhichProcessTheyMean() {
+            showSamples("ports");
+            compare(part(0, "stop").Accessible.name, "Stop " + row(0).row.title + ", " + row(0).row.pidText);
+            showSamples("projects");
+            compare(part(1, "stop").Accessible.name, "Stop " + row(1).row.title + ", " + row(1).row.pidText);
+            verify(row(1).row.pidText.startsWith("PID "));
+            showSamples("idleServers");
+            compare(part(0, "stop").Accessible.name, "Stop shop — node, " + row(0).row.ports.join(", "));
+            verify(row(0).row.ports.length > 0);
+        }
+        function test_theListsBeginAtTheSameHeight() {
+            const top = list().y;
+            for (const tab of ["projects", "containers", "ports"]) {
+                Fixture.store.selectedProcessSubTab = tab;
+                waitForRendering(root);
+                compare(list().y, top, tab);
+            }
+        }
+        function test_anEmptyListSaysSoInTheMiddleOfThePane() {
+            Fixture.store.selectedProcessSubTab = "containers";
+            const empty = view("emptyState");
+            tryVerify(() => empty.visible);
+            fuzzyCompare(empty.x + empty.width / 2, empty.parent.width / 2, 1);
+        }
         function test_idleServersAreStoppedOneByOneOrAllAtOnce() {
             showSamples("idleServers");
             verify(view("idleServersHeader").visible);
@@ -508,7 +533,36 @@ Item {
             verify(part(0, "chevron").activeFocus);
             keyClick(Qt.Key_Down);
             compare(list().currentIndex, 1);
-            compare(test.Window.window.activeFocusItem, list());
+            compare(test.Window.window.activeFocusItem, row(1));
+        }
+        // A screen reader says what gets the focus.
+        function test_theRowThatTheArrowsReachHasTheFocusItself() {
+            list().forceActiveFocus(Qt.TabFocusReason);
+            compare(test.Window.window.activeFocusItem, row(0));
+            keyClick(Qt.Key_Down);
+            compare(test.Window.window.activeFocusItem, row(1));
+            keyClick(Qt.Key_Tab);
+            verify(part(1, "chevron").activeFocus);
+            keyClick(Qt.Key_Up);
+            compare(test.Window.window.activeFocusItem, row(0));
+            keyClick(Qt.Key_Down);
+            compare(test.Window.window.activeFocusItem, row(1));
+            mouseClick(row(2), 60, 10);
+            compare(test.Window.window.activeFocusItem, row(2));
+        }
+        function test_shiftTabLeadsFromARowBackOutOfTheList() {
+            list().forceActiveFocus(Qt.TabFocusReason);
+            keyClick(Qt.Key_Down);
+            keyClick(Qt.Key_Tab);
+            verify(part(1, "chevron").activeFocus);
+            keyClick(Qt.Key_Backtab);
+            verify(view("sortPicker").activeFocus);
+            keyClick(Qt.Key_Tab);
+            verify(row(1).activeFocus);
+            keyClick(Qt.Key_Down);
+            compare(test.Window.window.activeFocusItem, row(2));
+            keyClick(Qt.Key_Backtab);
+            verify(view("sortPicker").activeFocus);
         }
         function test_theFocusStaysWithItsRowOverATick() {
             list().forceActiveFocus(Qt.TabFocusReason);
@@ -573,7 +627,7 @@ Item {
             compare(part(0, "quit").Accessible.name, "Quit application3");
             compare(part(0, "quitMenuButton").Accessible.name, "Ways to quit application3");
             toggle(0);
-            compare(part(2, "stop").Accessible.name, "Stop application3");
+            compare(part(2, "stop").Accessible.name, "Stop application3, " + row(2).row.pidText);
             compare(view("searchField").Accessible.name, "Filter apps, PIDs, :ports, or projects...");
             compare(view("subTab-apps").Accessible.role, Accessible.PageTab);
         }
