@@ -342,7 +342,7 @@ Item {
 
         function test_theKeyboardScrolls() {
             fill(0, 20);
-            const scroller = view("historyScroller");
+            const scroller = view("paneScroller");
             waitForRendering(pane);
             view("chart").forceActiveFocus(Qt.TabFocusReason);
             keyClick(Qt.Key_PageDown);
@@ -356,6 +356,35 @@ Item {
             keyClick(Qt.Key_PageUp);
             keyClick(Qt.Key_PageUp);
             compare(scroller.contentY, 0);
+        }
+
+        function test_whatTheKeyboardReachesIsBroughtIntoView_data() {
+            return ["metric-cpu", "exportCSV", "chart"].map(name => ({
+                        tag: name
+                    }));
+        }
+        function test_whatTheKeyboardReachesIsBroughtIntoView(data) {
+            fill(3, 20);
+            waitForRendering(pane);
+            const scroller = view("paneScroller");
+            scroller.contentY = scroller.contentHeight - scroller.height;
+            const item = view(data.tag);
+            verify(item.mapToItem(pane, 0, item.height).y < 0);
+            item.forceActiveFocus(Qt.TabFocusReason);
+            const top = item.mapToItem(pane, 0, 0).y;
+            verify(top >= 0 && top + item.height <= pane.height, top);
+        }
+
+        function test_aClickOnAChartThatIsHalfInViewMovesNothing() {
+            fill(3, 20);
+            waitForRendering(pane);
+            const scroller = view("paneScroller");
+            scroller.contentY = 200;
+            const chart = view("chart");
+            mouseMove(chart, 100, 180);
+            mouseClick(chart, 100, 180);
+            verify(chart.activeFocus);
+            compare(scroller.contentY, 200);
         }
     }
 }
