@@ -2,6 +2,7 @@ import QtQuick
 import QtTest
 import Korvantis.Screens
 import ScreenTests
+import "ShownTexts.js" as Shown
 
 // Every text that is on the screen, in every language that a user may have.
 Item {
@@ -34,13 +35,7 @@ Item {
             Fixture.setLanguage("");
         }
         function textsIn(item) {
-            let texts = [];
-            for (const child of Array.from(item.children)) {
-                if (child instanceof Text && child.visible && child.text !== "")
-                    texts.push(child.text);
-                texts = texts.concat(textsIn(child));
-            }
-            return texts;
+            return Shown.textsOf(item).map(shown => shown.text);
         }
         function textsOf(pane, language) {
             Fixture.setLanguage(language);

@@ -2,6 +2,7 @@ import QtQuick
 import QtTest
 import Korvantis.Screens
 import ScreenTests
+import "ShownTexts.js" as Shown
 
 Item {
     id: stage
@@ -122,16 +123,6 @@ Item {
             verify(!view("settings-tab-Menu Bar").isSelected);
         }
 
-        function textsIn(item) {
-            let texts = [];
-            for (const child of Array.from(item.children)) {
-                if (child instanceof Text && child.visible && child.text !== "")
-                    texts.push(child.text);
-                texts = texts.concat(textsIn(child));
-            }
-            return texts;
-        }
-
         function test_theHeaderHasItsTitleAndItsRoom() {
             const title = view("settingsTitle");
             compare(title.text, "Korvantis Preferences");
@@ -167,7 +158,7 @@ Item {
         function test_everyWordOfATabStandsInItsPlace(data) {
             showTab(data.tag);
             const preview = view("briefPreview");
-            const texts = textsIn(scroller().contentItem).filter(text => preview === null || text !== preview.text);
+            const texts = Shown.textsOf(scroller().contentItem).map(shown => shown.text).filter(text => preview === null || text !== preview.text);
             compare(texts, data.words);
         }
 
