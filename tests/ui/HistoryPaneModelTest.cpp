@@ -210,25 +210,8 @@ TEST_F(HistoryPaneModelTest, AnotherStoreIsShownInPlaceOfTheFirst) {
   model.setStore(nullptr);
 }
 
-HistoricalAppSummary fullSummary() {
-  HistoricalAppSummary summary;
-  summary.appID = "/Applications/Xcode.app";
-  summary.name = "Xcode";
-  summary.bundlePath = "/Applications/Xcode.app";
-  summary.activeSeconds = 100;
-  summary.cpuLoadSeconds = 9940;
-  summary.memoryByteSeconds = 100.0 * 1024 * 1024 * 300;
-  summary.peakMemoryBytes = 3ULL << 30U;
-  summary.networkBytesIn = 400 << 20U;
-  summary.networkBytesOut = 140 << 20U;
-  summary.diskBytesRead = 1ULL << 30U;
-  summary.diskBytesWritten = 1ULL << 29U;
-  summary.energyJoules = 18400;
-  return summary;
-}
-
 TEST(HistoryWords, ALedgerRowTellsSixFigures) {
-  const HistoryLedgerRow row = HistoryWords::ledgerRow(fullSummary());
+  const HistoryLedgerRow row = HistoryWords::ledgerRow(makeFullSummary());
   EXPECT_EQ(row.id, QStringLiteral("/Applications/Xcode.app"));
   EXPECT_EQ(row.name, QStringLiteral("Xcode"));
   EXPECT_EQ(row.bundlePath, QStringLiteral("/Applications/Xcode.app"));

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "support/TemporaryFolder.h"
+#include "ui/ApplicationAppearance.h"
 #include "ui/OstrelAppDelegate.h"
 #include "ui/ScriptedStore.h"
 #include "ui/theme/OstrelTheme.h"
@@ -32,6 +33,8 @@ class OstrelAppDelegateTest : public testing::Test {
   std::vector<std::string> titles;
   double uptime = 100;
   bool isTerminated = false;
+  /// Whether the windows are given their look as on a real desktop.
+  bool pushesAppearance = false;
   /// Tasks that wait for a pause of capture mode to end.
   std::vector<std::function<void()>> waiting;
   std::unique_ptr<OstrelAppDelegate> delegate;
@@ -42,6 +45,7 @@ class OstrelAppDelegateTest : public testing::Test {
     calls.store.mainRunLoop.asyncAfter = [this](double, std::function<void()> task) {
       waiting.push_back(std::move(task));
     };
+    if (pushesAppearance) calls.store.applicationAppearance = applicationAppearanceCalls();
     calls.statusItem.add = [this](StatusItemDescription description) {
       item = std::move(description);
       ++itemsAdded;
@@ -59,6 +63,13 @@ class OstrelAppDelegateTest : public testing::Test {
   }
   void click(std::optional<StatusItemPoint> point = StatusItemPoint{400, 10}) {
     item.action(point);
+    settle();
+  }
+  static void press(QQuickWindow& pressed, Qt::Key key,
+                    Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    pressed.requestActivate();
+    settle();
+    QTest::keyClick(&pressed, key, modifiers);
     settle();
   }
   void choose(const std::string& title) {
@@ -292,6 +303,78 @@ TEST_F(OstrelAppDelegateTest, TheMenuOpensSamplesPrefersAndQuits) {
   EXPECT_FALSE(isTerminated);
   choose("Quit Korvantis");
   EXPECT_TRUE(isTerminated);
+}
+
+TEST_F(OstrelAppDelegateTest, TheLookIsPushedOntoWindowsWithATitleAndNotOntoThePanel) {
+  pushesAppearance = true;
+  launch();
+  click();
+  EXPECT_EQ(window().color(), QColor(0x13, 0x13, 0x15));
+  const QColor ofPanel = popover().color();
+  store().look()->setThemeMode(AppThemeMode::light);
+  EXPECT_EQ(window().color(), QColor(0xF3, 0xF4, 0xF8));
+  EXPECT_EQ(popover().color(), ofPanel) << "it takes its look when it opens";
+  delegate->openPreferences();
+  store().look()->setThemeMode(AppThemeMode::dark);
+  EXPECT_EQ(delegate->preferences()->color(), QColor(0x13, 0x13, 0x15));
+}
+
+TEST_F(OstrelAppDelegateTest, TheKeysOpenTheSettingsAndQuitFromTheWindow) {
+  launch();
+  press(window(), Qt::Key_Comma, Qt::ControlModifier);
+  ASSERT_NE(delegate->preferences(), nullptr);
+  EXPECT_TRUE(delegate->preferences()->isVisible());
+  EXPECT_FALSE(isTerminated);
+  press(window(), Qt::Key_Q, Qt::ControlModifier);
+  EXPECT_TRUE(isTerminated);
+}
+
+TEST_F(OstrelAppDelegateTest, TheKeysOpenTheSettingsAndQuitFromThePanel) {
+  launch();
+  click();
+  press(popover(), Qt::Key_Comma, Qt::ControlModifier);
+  ASSERT_NE(delegate->preferences(), nullptr);
+  EXPECT_TRUE(delegate->preferences()->isVisible());
+  uptime += 5;
+  click();
+  ASSERT_TRUE(popover().isVisible());
+  press(popover(), Qt::Key_Q, Qt::ControlModifier);
+  EXPECT_TRUE(isTerminated);
+}
+
+TEST_F(OstrelAppDelegateTest, EscapeClosesThePanelButFirstWhatIsOpenInIt) {
+  launch();
+  store().setSelectedPane(OstrelPane::sound);
+  click();
+  auto* const picker = popover().findChild<QQuickItem*>(QStringLiteral("outputPicker"));
+  ASSERT_NE(picker, nullptr);
+  picker->forceActiveFocus();
+  press(popover(), Qt::Key_Space);
+  const auto* const list = picker->property("popup").value<QObject*>();
+  ASSERT_TRUE(list->property("visible").toBool());
+  press(popover(), Qt::Key_Escape);
+  EXPECT_FALSE(list->property("visible").toBool());
+  EXPECT_TRUE(popover().isVisible());
+  press(popover(), Qt::Key_Escape);
+  EXPECT_FALSE(popover().isVisible());
+}
+
+TEST_F(OstrelAppDelegateTest, EscapeClosesTheSettingsWindowButFirstWhatIsOpenInIt) {
+  launch();
+  delegate->openPreferences();
+  settle();
+  QQuickWindow& settings = *delegate->preferences();
+  auto* const picker = settings.findChild<QQuickItem*>(QStringLiteral("settings-colorMode"));
+  ASSERT_NE(picker, nullptr);
+  picker->forceActiveFocus();
+  press(settings, Qt::Key_Space);
+  const auto* const list = picker->property("popup").value<QObject*>();
+  ASSERT_TRUE(list->property("visible").toBool());
+  press(settings, Qt::Key_Escape);
+  EXPECT_FALSE(list->property("visible").toBool());
+  EXPECT_TRUE(settings.isVisible());
+  press(settings, Qt::Key_Escape);
+  EXPECT_FALSE(settings.isVisible());
 }
 
 TEST_F(OstrelAppDelegateTest, AnEmptyFolderDoesNotStartCaptureMode) {

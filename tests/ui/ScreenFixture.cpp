@@ -114,6 +114,10 @@ void ScreenFixture::setCPU(double percent) {
   scripted_->next.appGroups.at(0).cpuPercent = percent;
 }
 
+void ScreenFixture::setBundlePath(const QString& path) {
+  scripted_->next.appGroups.at(0).bundlePath = path.toStdString();
+}
+
 void ScreenFixture::setStrain(bool strained) {
   scripted_->next.activeStrains.clear();
   if (strained) scripted_->next.activeStrains.push_back(StrainKind::cpu);
@@ -192,6 +196,10 @@ void ScreenFixture::setHistory(int rows, double lastStart, int applications) {
 
 void ScreenFixture::setLedgerName(int index, const QString& name) {
   scripted_->summaries.at(static_cast<std::size_t>(index)).name = name.toStdString();
+}
+
+void ScreenFixture::setFullLedger() {
+  scripted_->summaries = {makeFullSummary()};
 }
 
 void ScreenFixture::setExportSucceeds(bool succeeds) {

@@ -77,6 +77,8 @@ class ScreenFixture : public QObject {
   Q_INVOKABLE void recyclePids();
   /// The load of the first application.
   Q_INVOKABLE void setCPU(double percent);
+  /// The bundle of the first application.
+  Q_INVOKABLE void setBundlePath(const QString& path);
   Q_INVOKABLE void setStrain(bool strained);
   Q_INVOKABLE void setInsights(int count);
   /// Installs an application with a wholly red icon; the path of its bundle.
@@ -111,6 +113,8 @@ class ScreenFixture : public QObject {
   Q_INVOKABLE void setHistory(int rows, double lastStart, int applications);
   /// The name of the application at that place of the ledger, with the next load.
   Q_INVOKABLE void setLedgerName(int index, const QString& name);
+  /// With the next load the ledger is one application with a figure in every column.
+  Q_INVOKABLE void setFullLedger();
   /// Whether an export succeeds.
   Q_INVOKABLE void setExportSucceeds(bool succeeds);
   /// From the next tick on there is also a finding that is about no application.

@@ -141,6 +141,23 @@ std::vector<HistoricalAppSummary> makeSummaries(int count) {
   return summaries;
 }
 
+HistoricalAppSummary makeFullSummary() {
+  HistoricalAppSummary summary;
+  summary.appID = "/Applications/Xcode.app";
+  summary.name = "Xcode";
+  summary.bundlePath = "/Applications/Xcode.app";
+  summary.activeSeconds = 100;
+  summary.cpuLoadSeconds = 9940;
+  summary.memoryByteSeconds = 100.0 * 1024 * 1024 * 300;
+  summary.peakMemoryBytes = 3ULL << 30U;
+  summary.networkBytesIn = 400 << 20U;
+  summary.networkBytesOut = 140 << 20U;
+  summary.diskBytesRead = 1ULL << 30U;
+  summary.diskBytesWritten = 1ULL << 29U;
+  summary.energyJoules = 18400;
+  return summary;
+}
+
 std::vector<Insight> makeInsights(int count) {
   std::vector<Insight> insights;
   for (int number = 0; number < count; ++number) {

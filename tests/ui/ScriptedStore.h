@@ -91,6 +91,9 @@ std::vector<Reading> makeReadings(int count, std::int64_t lastStart);
 /// So many applications of the ledger, such as "Application 1".
 std::vector<HistoricalAppSummary> makeSummaries(int count);
 
+/// An application of the ledger with a figure in every column, each another one.
+HistoricalAppSummary makeFullSummary();
+
 /// So many findings of different targets, the newest last.
 std::vector<Insight> makeInsights(int count);
 

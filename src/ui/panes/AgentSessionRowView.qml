@@ -37,6 +37,7 @@ Rectangle {
         color: Qt.alpha(row.stateColor, 0.18)
 
         SymbolView {
+            objectName: "symbol"
             anchors.centerIn: parent
             name: "terminal.fill"
             size: 14

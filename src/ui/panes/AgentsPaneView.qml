@@ -19,6 +19,7 @@ PaneView {
         name: "Agents"
 
         SectionCaption {
+            objectName: "plansTitle"
             width: Math.min(implicitWidth, parent.width)
             text: "AI SUBSCRIPTION PLAN LIMITS & QUOTA WINDOWS"
         }
@@ -43,6 +44,7 @@ PaneView {
             }
         }
         Rectangle {
+            objectName: "hairline"
             width: parent.width
             height: 1
             color: OstrelTheme.hairline

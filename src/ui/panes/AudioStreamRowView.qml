@@ -25,6 +25,7 @@ Item {
     AppIconView {
         id: icon
 
+        objectName: "icon"
         anchors.verticalCenter: parent.verticalCenter
         bundlePath: row.bundlePath
     }

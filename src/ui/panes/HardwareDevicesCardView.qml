@@ -28,6 +28,7 @@ CardFrame {
         SymbolView {
             id: captionSymbol
 
+            objectName: "routingSymbol"
             anchors.verticalCenter: parent.verticalCenter
             name: "speaker.wave.3.fill"
             size: 11
@@ -37,6 +38,7 @@ CardFrame {
         FigureText {
             id: caption
 
+            objectName: "routingCaption"
             anchors.left: captionSymbol.right
             anchors.leftMargin: 6
             anchors.right: refresh.left

@@ -9,6 +9,9 @@ Rectangle {
     required property MonitorStore store
     required property HistoryPaneModel history
 
+    // The chart has got the keyboard by a key.
+    signal reached
+
     implicitHeight: chart.y + chart.height + 14
     color: OstrelTheme.cardBackground
     radius: 12
@@ -70,5 +73,6 @@ Rectangle {
         anchors.rightMargin: 16
         height: 210
         history: card.history
+        onReached: card.reached()
     }
 }

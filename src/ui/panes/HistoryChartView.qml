@@ -12,6 +12,9 @@ Item {
     readonly property historyChartReading reading: chart.reading
     readonly property string summary: history.chartTitle + ". " + history.averageText + ", " + history.peakText
 
+    // It has got the keyboard by a key.
+    signal reached
+
     function clearOfBubble(x: real): real {
         const beside = x + 12;
         return beside + bubble.width <= width ? beside : Math.max(0, x - 12 - bubble.width);
@@ -39,7 +42,14 @@ Item {
             return;
         event.accepted = true;
     }
-    onActiveFocusChanged: if (!activeFocus && !pointer.hovered) chart.stopReading()
+    onActiveFocusChanged: {
+        if (pointer.hovered)
+            return;
+        if (activeFocus)
+            reached();
+        else
+            chart.stopReading();
+    }
 
     HistoryChartItem {
         id: chart

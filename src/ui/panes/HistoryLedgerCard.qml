@@ -79,6 +79,7 @@ Rectangle {
                 AppIconView {
                     id: icon
 
+                    objectName: "icon"
                     x: 12
                     anchors.verticalCenter: parent.verticalCenter
                     bundlePath: row.app.bundlePath

@@ -7,6 +7,7 @@
 #include "ui/panes/HistoryFigures.h"
 #include "ui/panes/HistoryWords.h"
 #include "ui/theme/HistoryMetricColors.h"
+#include "ui/views/Choices.h"
 #include "ui/views/ModelText.h"
 
 namespace korvantis {
@@ -48,11 +49,7 @@ QList<HistoryMetricChoice> HistoryPaneModel::metrics() const {
 }
 
 QList<Choice> HistoryPaneModel::ranges() const {
-  QList<Choice> choices;
-  for (const HistoryRangeOption range : allCases<HistoryRangeOption>()) {
-    choices.append({caseText(range), textOf(rawValue(range))});
-  }
-  return choices;
+  return Choices::casesOf<HistoryRangeOption>();
 }
 
 void HistoryPaneModel::takeReadings() {

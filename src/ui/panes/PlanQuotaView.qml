@@ -17,6 +17,7 @@ Item {
     FigureText {
         id: nameText
 
+        objectName: "label"
         width: Math.max(0, Math.min(implicitWidth, usedText.x - 6))
         text: quota.name
         font: OstrelFont.system(quota.fontSize)

@@ -13,6 +13,8 @@ QuietButton {
     // Only the buttons of the current row stand in the tab order, or it would never end.
     focusPolicy: delegate.isCurrent || activeFocus ? Qt.StrongFocus : Qt.NoFocus
     onDownChanged: delegate.buttonPressed(down)
+    // Its row may have been scrolled away.
+    onVisualFocusChanged: if (visualFocus) delegate.ListView.view.positionViewAtIndex(delegate.index, ListView.Contain)
     Component.onDestruction: if (down && delegate)
         delegate.buttonPressed(false)
 }

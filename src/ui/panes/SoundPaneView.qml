@@ -29,6 +29,7 @@ PaneView {
             width: parent.width
 
             FigureText {
+                objectName: "mixerCaption"
                 width: Math.min(implicitWidth, parent.width)
                 text: "PER-APPLICATION VOLUME MIXER"
                 font: OstrelFont.system(11, Font.Bold, 0.6)

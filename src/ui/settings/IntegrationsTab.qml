@@ -17,6 +17,7 @@ SettingsTabView {
         place: "Integrations & MCP"
 
         SettingsBlock {
+            objectName: "bridgeBlock"
             title: "CLI & Model Context Protocol (MCP) Bridge"
             symbol: "terminal.fill"
             caption: integrations.socketPathText

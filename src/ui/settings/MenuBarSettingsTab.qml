@@ -13,6 +13,7 @@ SettingsTabView {
 
         SettingsBlock {
             FigureText {
+                objectName: "readoutsCaption"
                 Layout.fillWidth: true
                 text: "Select which live telemetry readouts appear in the macOS Menu Bar status item:"
                 font: OstrelFont.system(12)

@@ -63,6 +63,7 @@ GridLayout {
             spacing: 9
 
             SymbolView {
+                objectName: "tick"
                 anchors.verticalCenter: parent.verticalCenter
                 name: button.isOn ? "checkmark.circle.fill" : "circle"
                 size: 13

@@ -23,10 +23,12 @@ SettingsTabView {
             place: "Remote Alerts"
 
             IMessageBlock {
+                objectName: "iMessageBlock"
                 alerts: tab.store.remoteAlerts
                 briefs: briefs
             }
             WhatsAppBlock {
+                objectName: "whatsAppBlock"
                 alerts: tab.store.remoteAlerts
                 briefs: briefs
             }

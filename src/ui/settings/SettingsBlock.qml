@@ -45,6 +45,7 @@ Rectangle {
             }
         }
         SettingsNote {
+            objectName: "blockCaption"
             visible: block.caption !== ""
             Layout.topMargin: -6
             text: block.caption

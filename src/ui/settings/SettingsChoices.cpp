@@ -16,18 +16,7 @@
 
 namespace korvantis {
 
-namespace {
-
-/// Every case under its raw value, which is the words for it.
-template <Tabled Enumeration>
-QList<Choice> casesOf() {
-  QList<Choice> choices;
-  for (const Enumeration value : allCases<Enumeration>())
-    choices.append({caseText(value), textOf(rawValue(value))});
-  return choices;
-}
-
-}  // namespace
+using Choices::casesOf;
 
 QStringList SettingsChoices::tabs() {
   return {QStringLiteral("Menu Bar"), QStringLiteral("Appearance"), QStringLiteral("Remote Alerts"),

@@ -49,6 +49,7 @@ FocusScope {
             Layout.bottomMargin: 10
 
             FigureText {
+                objectName: "settingsTitle"
                 Layout.fillWidth: true
                 text: "Korvantis Preferences"
                 font: OstrelFont.system(15, Font.Bold)
@@ -63,6 +64,7 @@ FocusScope {
             }
         }
         SettingsTabs {
+            objectName: "settingsTabs"
             Layout.alignment: Qt.AlignHCenter
             Layout.bottomMargin: 12
             store: view.store

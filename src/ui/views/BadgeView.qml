@@ -16,6 +16,7 @@ Rectangle {
     Text {
         id: label
 
+        objectName: "count"
         anchors.centerIn: parent
         text: badge.count
         textFormat: Text.PlainText

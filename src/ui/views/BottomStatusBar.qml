@@ -8,6 +8,7 @@ Rectangle {
 
     required property RootContentModel content
 
+    objectName: "statusBar"
     color: OstrelTheme.cardBackground
     implicitHeight: row.implicitHeight + 14
 
@@ -22,6 +23,7 @@ Rectangle {
         spacing: 8
 
         Rectangle {
+            objectName: "tickDot"
             Layout.preferredWidth: 6
             Layout.preferredHeight: 6
             radius: 3

@@ -11,20 +11,6 @@
 
 namespace korvantis::Choices {
 
-namespace {
-
-/// The cases of an enumeration whose raw values are their labels.
-template <Tabled Enumeration>
-QList<Choice> labelled() {
-  QList<Choice> choices;
-  for (const Enumeration value : allCases<Enumeration>()) {
-    choices.append({caseText(value), textOf(rawValue(value))});
-  }
-  return choices;
-}
-
-}  // namespace
-
 QList<Choice> themeModes() {
   QList<Choice> choices;
   for (const AppThemeMode mode : allCases<AppThemeMode>()) {
@@ -35,11 +21,11 @@ QList<Choice> themeModes() {
 }
 
 QList<Choice> processesSubTabs() {
-  return labelled<ProcessesSubTab>();
+  return casesOf<ProcessesSubTab>();
 }
 
 QList<Choice> sortFields() {
-  return labelled<ProcessSortField>();
+  return casesOf<ProcessSortField>();
 }
 
 QList<Choice> intervals() {

@@ -2,10 +2,23 @@
 
 #include <QList>
 
+#include "core/EnumerationTable.h"
+#include "state/ObservableField.h"
 #include "ui/views/Choice.h"
+#include "ui/views/ModelText.h"
 
 /// What the screens offer to choose from, in the order shown.
 namespace korvantis::Choices {
+
+/// The cases of an enumeration whose raw values are the words for them.
+template <Tabled Enumeration>
+QList<Choice> casesOf() {
+  QList<Choice> choices;
+  for (const Enumeration value : allCases<Enumeration>()) {
+    choices.append({caseText(value), textOf(rawValue(value))});
+  }
+  return choices;
+}
 
 /// The looks.
 QList<Choice> themeModes();

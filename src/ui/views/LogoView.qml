@@ -7,6 +7,7 @@ Item {
 
     required property url appIconSource
 
+    objectName: "logo"
     implicitWidth: 30
     implicitHeight: 30
     Accessible.ignored: true

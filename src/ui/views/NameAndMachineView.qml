@@ -33,6 +33,7 @@ Column {
     }
 
     FigureText {
+        objectName: "machineLine"
         width: Math.min(implicitWidth, view.width)
         text: view.content.machineLine
         font: OstrelFont.system(10, Font.Medium)

@@ -47,12 +47,14 @@ FocusScope {
 
         Behavior on color {
             ColorAnimation {
+                objectName: "groundFade"
                 duration: 140
                 easing.type: Easing.OutQuad
             }
         }
         Behavior on border.color {
             ColorAnimation {
+                objectName: "borderFade"
                 duration: 140
                 easing.type: Easing.OutQuad
             }
@@ -75,12 +77,14 @@ FocusScope {
             spacing: 6
 
             SymbolView {
+                objectName: "icon"
                 name: card.iconName
                 size: 12
                 tint: card.accentColor
                 anchors.verticalCenter: parent.verticalCenter
             }
             FigureText {
+                objectName: "title"
                 text: card.title.toUpperCase()
                 font: OstrelFont.rounded(11, Font.Bold, 0.6)
                 color: OstrelTheme.ink2

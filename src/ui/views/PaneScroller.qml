@@ -44,7 +44,8 @@ FocusScope {
     onFocusedChanged: {
         const control = focused as Templates.Control;
         const field = focused as Templates.TextField;
-        const isByKeyboard = control ? control.visualFocus : field !== null && field.focusReason !== Qt.MouseFocusReason;
+        const isCard = focused instanceof OstrelCardContainer;
+        const isByKeyboard = control ? control.visualFocus : field ? field.focusReason !== Qt.MouseFocusReason : isCard;
         if (isByKeyboard && isInside(focused))
             reveal(focused);
     }

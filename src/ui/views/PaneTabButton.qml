@@ -34,6 +34,7 @@ TabButton {
         spacing: 6
 
         SymbolView {
+            objectName: "icon"
             visible: tabButton.showsIcon
             name: tabButton.tab.iconName
             size: 11.5
@@ -41,6 +42,7 @@ TabButton {
             anchors.verticalCenter: parent.verticalCenter
         }
         Text {
+            objectName: "title"
             text: tabButton.text
             textFormat: Text.PlainText
             font: OstrelFont.system(12.5, tabButton.isSelected ? Font.Bold : Font.Medium)

@@ -17,6 +17,7 @@ Rectangle {
     Text {
         id: words
 
+        objectName: "words"
         x: 7
         y: 2.5
         text: QuitSafetyBadge.text(badge.verdict)

@@ -164,6 +164,31 @@ TEST_P(KeyboardQuality, WhatHasTheKeyboardIsInSightAndShowsIt) {
   EXPECT_TRUE(faults.isEmpty()) << faults.join(u'\n').toStdString();
 }
 
+void scrollToTheEnds(ScreenStage& stage) {
+  for (const ShownItem& shown : shownItems(stage.shown())) {
+    if (!scrollsDown(shown.item)) continue;
+    const double rest = shown.item->property("contentHeight").toDouble() - shown.item->height();
+    shown.item->setProperty("contentY", shown.item->property("originY").toDouble() + rest);
+  }
+  stage.settle();
+}
+
+TEST_P(KeyboardQuality, WhatHasTheKeyboardIsInSightInThePanelWhereverItWasScrolledTo) {
+  ScreenStage panel(smallMachine, {.isPanel = true});
+  panel.resize(820, 560);
+  panel.show(GetParam());
+  panel.tick();
+  panel.settle();
+  QStringList faults;
+  for (const bool startsAtTheEnds : {false, true}) {
+    if (startsAtTheEnds) scrollToTheEnds(panel);
+    for (const Stop& stop : tabStops(panel, false)) {
+      if (!stop.isInSight) faults += QStringLiteral("out of sight: ") + described(stop.item);
+    }
+  }
+  EXPECT_TRUE(faults.isEmpty()) << faults.join(u'\n').toStdString();
+}
+
 INSTANTIATE_TEST_SUITE_P(All, KeyboardQuality, testing::ValuesIn(allScreens()),
                          [](const auto& screen) { return testNameOf(screen.param); });
 

@@ -65,6 +65,53 @@ Item {
             compare(view("sessionsTitle").text, "LIVE CODING AGENT SESSIONS (0)");
             compare(sessions().length, 0);
         }
+        function test_theCaptionsAndTheLineBetweenThem() {
+            const caption = view("plansTitle");
+            compare(caption.text, "AI SUBSCRIPTION PLAN LIMITS & QUOTA WINDOWS");
+            compare(view("sessionsTitle").text, "LIVE CODING AGENT SESSIONS (3)");
+            for (const title of [caption, view("sessionsTitle")]) {
+                compare(title.font, OstrelFont.system(11, Font.Bold, 0.6));
+                verify(Qt.colorEqual(title.color, OstrelTheme.ink2));
+                verify(!title.truncated);
+            }
+            const line = view("hairline");
+            compare(line.height, 1);
+            verify(Qt.colorEqual(line.color, OstrelTheme.hairline));
+            const order = [caption, view("plans"), line, view("sessionsTitle"), view("sessions")];
+            for (let index = 1; index < order.length; ++index)
+                verify(order[index].y >= order[index - 1].y + order[index - 1].height);
+        }
+        function test_aPlanHasItsSizesAndColours() {
+            const card = plans()[0];
+            verify(Qt.colorEqual(card.color, OstrelTheme.cardBackground));
+            verify(Qt.colorEqual(card.border.color, OstrelTheme.hairline));
+            compare(findChild(card, "tool").font, OstrelFont.system(14, Font.DemiBold));
+            verify(Qt.colorEqual(findChild(card, "tool").color, OstrelTheme.ink1));
+            const name = findChild(card, "planName");
+            compare(name.font, OstrelFont.system(10.5, Font.Medium));
+            verify(Qt.colorEqual(name.ink, OstrelTheme.ink2));
+            verify(Qt.colorEqual(name.color, OstrelTheme.elevatedCard));
+            compare([name.sidePadding, name.topAndBottomPadding], [6, 2]);
+            const pace = findChild(card, "pace");
+            compare(pace.font, OstrelFont.system(10, Font.DemiBold));
+            compare([pace.sidePadding, pace.topAndBottomPadding], [7, 2.5]);
+            for (const figure of ["today", "week"])
+                verify(Qt.colorEqual(findChild(card, figure).color, OstrelTheme.ink3));
+        }
+        function test_aWindowsShareStandsInTheFirstInkAndAWeeksInTheSecond() {
+            for (const window of ["fiveHour", "weekly"]) {
+                const quota = findChild(plans()[0], window);
+                const label = findChild(quota, "label");
+                const used = findChild(quota, "used");
+                compare(label.text, quota.name);
+                verify(Qt.colorEqual(label.color, OstrelTheme.ink2));
+                verify(Qt.colorEqual(used.color, window === "weekly" ? OstrelTheme.ink2 : OstrelTheme.ink1));
+                compare(used.x + used.width, quota.width);
+                verify(findChild(quota, "bar").y >= label.height);
+            }
+            compare(textOf(findChild(plans()[0], "weekly"), "used"), "41% · Resets Thu 9:00 AM");
+            fuzzyCompare(findChild(findChild(plans()[0], "weekly"), "bar").percent, 40.6, 0.01);
+        }
         function test_aWindowSaysItsShareAndItsBarStandsThere() {
             const quota = findChild(plans()[0], "fiveHour");
             compare(textOf(quota, "used"), "41% · Resets in 2h 18m");
@@ -136,9 +183,42 @@ Item {
             compare(row.Accessible.role, Accessible.ListItem);
             verify(row.Accessible.name.startsWith("Claude Code, Idle, PID 1, project1"));
         }
+        function test_theStateTintsTheSymbolItsGroundAndTheChip() {
+            const states = sessions().map(row => textOf(row, "state"));
+            compare(states.slice().sort(), ["Idle", "Waiting for approval", "Working"]);
+            for (const row of sessions()) {
+                const color = {
+                    "Working": OstrelTheme.cpu,
+                    "Waiting for approval": OstrelTheme.amberWarning,
+                    "Idle": OstrelTheme.safeGreen
+                }[textOf(row, "state")];
+                const symbol = findChild(row, "symbol");
+                compare(symbol.name, "terminal.fill");
+                compare(symbol.size, 14);
+                verify(Qt.colorEqual(symbol.tint, color));
+                verify(Qt.colorEqual(symbol.parent.color, Qt.alpha(color, 0.18)));
+                verify(Qt.colorEqual(findChild(row, "state").ink, color));
+            }
+        }
+        function test_aSessionHasItsFacesAndColours() {
+            const row = sessions()[0];
+            verify(Qt.colorEqual(row.color, OstrelTheme.cardBackground));
+            verify(Qt.colorEqual(row.border.color, OstrelTheme.hairline));
+            verify(Qt.colorEqual(findChild(row, "tool").color, OstrelTheme.ink1));
+            verify(Qt.colorEqual(findChild(row, "pid").color, OstrelTheme.ink3));
+            verify(Qt.colorEqual(findChild(row, "project").color, OstrelTheme.ink3));
+            compare(findChild(row, "cpu").font, OstrelFont.monospaced(11.5));
+            verify(Qt.colorEqual(findChild(row, "cpu").color, OstrelTheme.ink2));
+            compare(findChild(row, "memory").font, OstrelFont.monospaced(11.5, Font.Medium));
+            verify(Qt.colorEqual(findChild(row, "memory").color, OstrelTheme.ink1));
+        }
         function test_aSessionOfFiveChildrenShowsThreeChips() {
             const chips = Array.from(findChild(sessions()[0], "children").children).filter(child => child instanceof ChipView);
             compare(chips.map(chip => chip.text), ["child1", "child2", "child3"]);
+            for (const chip of chips) {
+                verify(Qt.colorEqual(chip.color, OstrelTheme.elevatedCard));
+                verify(Qt.colorEqual(chip.ink, OstrelTheme.ink2));
+            }
         }
         function test_nothingOfASessionLeavesItsRowWhenFiguresGrow() {
             for (const width of [820, 1800]) {

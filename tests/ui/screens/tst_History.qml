@@ -207,6 +207,65 @@ Item {
             verify(view("metric-cpu").activeFocus);
         }
 
+        function test_theChipsAndTheCardHaveTheirSizesAndColours() {
+            compare(view("metric-cpu").contentItem.font, OstrelFont.system(11.5, Font.Medium));
+            compare(view("range-hour24").contentItem.font, OstrelFont.system(11, Font.Medium));
+            const button = view("exportCSV");
+            compare(button.text, "Export CSV");
+            compare(button.symbol, "square.and.arrow.down");
+            compare(button.fontSize, 11.5);
+            verify(Qt.colorEqual(button.background.color, OstrelTheme.elevatedCard));
+            for (const name of ["chartTitle", "ledgerTitle"]) {
+                compare(view(name).font, OstrelFont.system(11, Font.Bold, 0.6));
+                verify(Qt.colorEqual(view(name).color, OstrelTheme.ink2));
+            }
+            compare(view("average").font, OstrelFont.system(11.5));
+            verify(Qt.colorEqual(view("average").color, OstrelTheme.ink2));
+            compare(view("peak").font, OstrelFont.system(11.5));
+            compare(view("exportMessage").font, OstrelFont.system(10.5));
+            compare(view("ledgerTitle").text, "HISTORICAL APP RESOURCE LEDGER (24H)");
+        }
+
+        function test_theMessageOfAnExportStandsAtTheRightOfTheFirstLine() {
+            mouseClick(view("exportCSV"));
+            const message = view("exportMessage");
+            const card = message.parent;
+            compare(message.x + message.width, card.width - 16);
+            compare(message.horizontalAlignment, Text.AlignRight);
+            compare(message.y + message.height / 2, view("chartTitle").y + view("chartTitle").height / 2);
+        }
+
+        function test_eachFigureOfTheLedgerStandsUnderItsCaption() {
+            Fixture.setFullLedger();
+            Fixture.store.reloadHistory();
+            const row = view("ledger-0");
+            const stats = Array.from(findChild(row, "stats").children);
+            const lines = [];
+            for (const stat of stats) {
+                lines.push(stat.children[0].text + " " + stat.children[1].text);
+                compare(stat.width, 82);
+                compare(stat.children[0].font, OstrelFont.system(8.5, Font.Medium));
+                compare(stat.children[1].font, OstrelFont.monospaced(11));
+                verify(stat.children[0].mapToItem(row, 0, 0).y < stat.children[1].mapToItem(row, 0, 0).y);
+            }
+            compare(lines, ["CPU TIME 2h 45m", "AVG RAM 300 MB", "PEAK RAM 3.0 GB", "ENERGY 5.11 Wh", "NET I/O 540 MB", "DISK I/O 1.5 GB"]);
+        }
+
+        function test_aRowOfTheLedgerIsARaisedCardWithIconAndName() {
+            Fixture.setFullLedger();
+            Fixture.store.reloadHistory();
+            const row = view("ledger-0");
+            compare(row.radius, 8);
+            verify(Qt.colorEqual(row.color, OstrelTheme.elevatedCard));
+            const icon = findChild(row, "icon");
+            compare(icon.bundlePath, "/Applications/Xcode.app");
+            compare(icon.x, 12);
+            compare(findChild(row, "name").font, OstrelFont.system(12.5, Font.Medium));
+            const stats = findChild(row, "stats");
+            compare(row.width - stats.x - stats.width, 12);
+            compare(row.height, stats.height + 16);
+        }
+
         function test_theLedgerShowsAtMost20Rows() {
             fill(0, 50);
             verify(view("ledger-19") !== null);
@@ -283,7 +342,7 @@ Item {
 
         function test_theKeyboardScrolls() {
             fill(0, 20);
-            const scroller = view("historyScroller");
+            const scroller = view("paneScroller");
             waitForRendering(pane);
             view("chart").forceActiveFocus(Qt.TabFocusReason);
             keyClick(Qt.Key_PageDown);
@@ -297,6 +356,35 @@ Item {
             keyClick(Qt.Key_PageUp);
             keyClick(Qt.Key_PageUp);
             compare(scroller.contentY, 0);
+        }
+
+        function test_whatTheKeyboardReachesIsBroughtIntoView_data() {
+            return ["metric-cpu", "exportCSV", "chart"].map(name => ({
+                        tag: name
+                    }));
+        }
+        function test_whatTheKeyboardReachesIsBroughtIntoView(data) {
+            fill(3, 20);
+            waitForRendering(pane);
+            const scroller = view("paneScroller");
+            scroller.contentY = scroller.contentHeight - scroller.height;
+            const item = view(data.tag);
+            verify(item.mapToItem(pane, 0, item.height).y < 0);
+            item.forceActiveFocus(Qt.TabFocusReason);
+            const top = item.mapToItem(pane, 0, 0).y;
+            verify(top >= 0 && top + item.height <= pane.height, top);
+        }
+
+        function test_aClickOnAChartThatIsHalfInViewMovesNothing() {
+            fill(3, 20);
+            waitForRendering(pane);
+            const scroller = view("paneScroller");
+            scroller.contentY = 200;
+            const chart = view("chart");
+            mouseMove(chart, 100, 180);
+            mouseClick(chart, 100, 180);
+            verify(chart.activeFocus);
+            compare(scroller.contentY, 200);
         }
     }
 }

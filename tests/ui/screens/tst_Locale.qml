@@ -2,6 +2,7 @@ import QtQuick
 import QtTest
 import Korvantis.Screens
 import ScreenTests
+import "ShownTexts.js" as Shown
 
 // Every text that is on the screen, in every language that a user may have.
 Item {
@@ -17,6 +18,15 @@ Item {
         store: Fixture.store
     }
 
+    Component {
+        id: settingsComponent
+
+        SettingsModalView {
+            anchors.fill: parent
+            store: Fixture.store
+        }
+    }
+
     TestCase {
         name: "Locale"
         when: windowShown
@@ -25,13 +35,7 @@ Item {
             Fixture.setLanguage("");
         }
         function textsIn(item) {
-            let texts = [];
-            for (const child of Array.from(item.children)) {
-                if (child instanceof Text && child.visible && child.text !== "")
-                    texts.push(child.text);
-                texts = texts.concat(textsIn(child));
-            }
-            return texts;
+            return Shown.textsOf(item).map(shown => shown.text);
         }
         function textsOf(pane, language) {
             Fixture.setLanguage(language);
@@ -65,6 +69,28 @@ Item {
                 compare(texts.filter(text => !isTokenCount(text)), english.filter(text => !isTokenCount(text)));
                 compare(texts.filter(isTokenCount), english.filter(isTokenCount).map(text => text.replace(/,/g, ".")));
             }
+        }
+        function settingsTextsOf(tab, language) {
+            Fixture.setLanguage(language);
+            Fixture.reset();
+            Fixture.setSystemCPU(1234.5);
+            Fixture.tick();
+            Fixture.store.selectedSettingsTab = tab;
+            const settings = createTemporaryObject(settingsComponent, stage);
+            tryVerify(() => findChild(settings, "settingsScroller") !== null);
+            waitForRendering(settings);
+            return textsIn(settings);
+        }
+        function test_noTextOfTheSettingsFollowsTheLanguage_data() {
+            return ["Menu Bar", "Appearance", "Remote Alerts", "Integrations & MCP"].map(tab => ({
+                        tag: tab
+                    }));
+        }
+        function test_noTextOfTheSettingsFollowsTheLanguage(data) {
+            const english = settingsTextsOf(data.tag, "en_US");
+            verify(english.length > 6, english.length);
+            for (const language of ["de_DE", "tr_TR"])
+                compare(settingsTextsOf(data.tag, language), english);
         }
         function test_theTokenCountsAreGroupedAsTheLanguageDoes() {
             compare(textsOf("agents", "de_DE").filter(isTokenCount), ["Today: 184.200 tok", "7d: 1.420.500 tok", "Today: 96.400 tok", "7d: 680.000 tok"]);

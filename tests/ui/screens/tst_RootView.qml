@@ -199,6 +199,86 @@ Item {
             verify(tabsEnd + 8 <= view("barControls").mapToItem(stage, 0, 0).x);
         }
 
+        function test_theBarNamesTheProgramAndTheMachine() {
+            compare([view("logo").width, view("logo").height], [30, 30]);
+            const name = view("programName");
+            compare(name.text, "Korvantis");
+            compare(name.font, OstrelFont.system(14, Font.Bold));
+            verify(Qt.colorEqual(name.color, OstrelTheme.ink1));
+            const dot = view("strainDot");
+            compare([dot.width, dot.height, dot.radius], [7, 7, 3.5]);
+            const machine = view("machineLine");
+            compare(machine.font, OstrelFont.system(10, Font.Medium));
+            verify(Qt.colorEqual(machine.color, OstrelTheme.ink3));
+            compare(machine.y - name.parent.height, 5);
+            compare(view("namesView").x - view("logo").x - 30, 8);
+        }
+
+        function test_aTabIsAnIconAndATitleThatTurnBoldWhenItIsSelected() {
+            for (const pane of ["overview", "history"]) {
+                const tab = view("tab-" + pane);
+                const ink = tab.isSelected ? OstrelTheme.ink1 : OstrelTheme.ink2;
+                compare(tab.isSelected, pane === "overview");
+                compare(findChild(tab, "icon").name, pane === "overview" ? "square.grid.2x2.fill" : "chart.xyaxis.line");
+                compare(findChild(tab, "icon").size, 11.5);
+                verify(Qt.colorEqual(findChild(tab, "icon").tint, ink));
+                compare(findChild(tab, "title").font, OstrelFont.system(12.5, tab.isSelected ? Font.Bold : Font.Medium));
+                verify(Qt.colorEqual(findChild(tab, "title").color, ink));
+                verify(Qt.colorEqual(tab.background.color, tab.isSelected ? OstrelTheme.elevatedCard : Qt.rgba(0, 0, 0, 0)));
+                compare(tab.background.radius, 8);
+                compare([tab.topPadding, tab.bottomPadding, tab.contentItem.spacing], [6, 6, 6]);
+            }
+            const tabs = view("paneTabs");
+            verify(Qt.colorEqual(tabs.color, OstrelTheme.cardBackground));
+            verify(Qt.colorEqual(tabs.border.color, OstrelTheme.hairline));
+            compare([tabs.radius, tabs.border.width], [10, 1]);
+            compare(view("tab-overview").mapToItem(tabs, 0, 0), Qt.point(3, 3));
+            compare(view("tab-processes").x - view("tab-overview").x - view("tab-overview").width, 2);
+        }
+
+        function test_theBadgeIsSmallAndWarm() {
+            Fixture.setInsights(7);
+            Fixture.tick();
+            const badge = findChild(view("tab-insights"), "badge");
+            const count = findChild(badge, "count");
+            compare(count.text, "7");
+            compare(count.font, OstrelFont.system(9.5, Font.Bold));
+            compare([badge.width, badge.height], [count.implicitWidth + 10, count.implicitHeight + 2]);
+            verify(Qt.colorEqual(badge.color, Qt.alpha(OstrelTheme.heat, 0.24)));
+        }
+
+        function test_theControlsOfTheBarHaveTheirSymbolsAndSizes() {
+            compare(view("sampleNow").symbol, "arrow.clockwise");
+            compare(view("gear").symbol, "gearshape.fill");
+            compare(view("theme-system").symbol, "circle.lefthalf.filled");
+            compare(view("theme-dark").symbol, "moon.stars.fill");
+            compare(view("theme-light").symbol, "sun.max.fill");
+            for (const look of ["system", "dark", "light"]) {
+                const button = view("theme-" + look);
+                compare(button.fontSize, 10.5);
+                verify(Qt.colorEqual(button.ink, button.isSelected ? OstrelTheme.ink1 : OstrelTheme.ink3));
+                verify(Qt.colorEqual(button.ground, button.isSelected ? OstrelTheme.elevatedCard : Qt.rgba(0, 0, 0, 0)));
+            }
+            const arrows = view("openFullWindow");
+            compare(arrows.symbol, "arrow.up.left.and.arrow.down.right");
+            compare([arrows.fontSize, arrows.padding], [11, 7]);
+            verify(Qt.colorEqual(arrows.ground, OstrelTheme.elevatedCard));
+            compare(view("barControls").spacing, 8);
+            compare(view("barControls").x + view("barControls").width, stage.width - 16);
+        }
+
+        function test_theStatusBarHasItsThreeInks() {
+            for (const [name, ink] of [["tickText", OstrelTheme.ink3], ["countsText", OstrelTheme.ink4], ["figuresText", OstrelTheme.ink2]])
+                verify(Qt.colorEqual(view(name).color, ink), name);
+            compare(view("tickText").font, OstrelFont.system(10.5));
+            verify(Qt.colorEqual(view("tickDot").color, OstrelTheme.safeGreen));
+            const bar = view("statusBar");
+            verify(Qt.colorEqual(bar.color, OstrelTheme.cardBackground));
+            compare(view("tickDot").mapToItem(bar, 0, 0).x, 16);
+            compare(view("figuresText").mapToItem(bar, view("figuresText").width, 0).x, stage.width - 16);
+            compare(bar.height, Math.max(view("tickText").implicitHeight, view("figuresText").implicitHeight) + 14);
+        }
+
         function test_theGearOpensTheSettingsSheet() {
             compare(view("gear").hint, "Korvantis Preferences (⌘,)");
             mouseClick(view("gear"));

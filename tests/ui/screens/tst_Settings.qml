@@ -2,6 +2,7 @@ import QtQuick
 import QtTest
 import Korvantis.Screens
 import ScreenTests
+import "ShownTexts.js" as Shown
 
 Item {
     id: stage
@@ -120,6 +121,74 @@ Item {
                 tryVerify(() => scroller() !== null && scroller().place === title);
             }
             verify(!view("settings-tab-Menu Bar").isSelected);
+        }
+
+        function test_theHeaderHasItsTitleAndItsRoom() {
+            const title = view("settingsTitle");
+            compare(title.text, "Korvantis Preferences");
+            compare(title.font, OstrelFont.system(15, Font.Bold));
+            const header = title.parent;
+            compare(header.x, 16);
+            compare(header.y, 10);
+            compare(header.width, header.parent.width - 32);
+            // The room of the tabs begins 10 below.
+            compare(view("settingsTabs").y, header.y + header.height + 10);
+        }
+
+        function test_everyWordOfATabStandsInItsPlace_data() {
+            return [
+                {
+                    tag: "Menu Bar",
+                    words: ["Select which live telemetry readouts appear in the macOS Menu Bar status item:", "CPU", "Memory", "GPU", "Neural Engine", "Network", "Disk", "Temperature", "Fans", "Battery", "Power", "Agents", "Display Style", "Icon + Value", "Colour Mode", "Colour on strain"]
+                },
+                {
+                    tag: "Appearance",
+                    words: ["Chart Palette", "Ocean", "Temperature Unit", "Celsius (°C)", "History Retention", "90 days", "Density", "Comfortable", "Keep Window Floating", "Theme & Appearance Mode", "macOS System is currently Dark", "System (Auto)", "Dark Mode", "Light Mode", "Always stay in Dark Mode", "Sampling Interval", "1 second", "2 seconds", "5 seconds", "Two seconds again at the next launch."]
+                },
+                {
+                    tag: "Remote Alerts",
+                    words: ["Apple iMessage Bridge (Zero-Cost Native macOS)", "Sends Mac health briefs directly through your Mac's signed-in Messages.app to your iPhone, iPad, or Apple Watch.", "Enable iMessage", "Your phone or Apple ID (+15551234567 or you@example.com)", "Test iMessage", "WhatsApp Remote Bridge", "Enable WhatsApp", "Delivery Mode", "Background API / Webhook (CallMeBot / Custom)", "WhatsApp Number (+15551234567)", "CallMeBot API Key or Webhook URL (optional)", "Test WhatsApp", "Automatic Triggers & Live Brief Preview", "Auto-send alert when Mac experiences sustained CPU, Memory, or Thermal strain", "Scheduled Briefs", "Only on Strain Alerts", "Least time from one strain alert to the next.", "Cooldown: 30 min"]
+                },
+                {
+                    tag: "Integrations & MCP",
+                    words: ["CLI & Model Context Protocol (MCP) Bridge", "Socket Path: ~/Library/Application Support/Korvantis/bridge.sock"]
+                }
+            ];
+        }
+        function test_everyWordOfATabStandsInItsPlace(data) {
+            showTab(data.tag);
+            const preview = view("briefPreview");
+            const texts = Shown.textsOf(scroller().contentItem).map(shown => shown.text).filter(text => preview === null || text !== preview.text);
+            compare(texts, data.words);
+        }
+
+        function test_theBlocksCarryTheirSymbols() {
+            showTab("Remote Alerts");
+            compare(view("iMessageBlock").symbol, "message.fill");
+            compare(view("whatsAppBlock").symbol, "phone.bubble.fill");
+            showTab("Menu Bar");
+            compare(view("settings-readout-neuralEngine").symbol, "brain");
+            compare(findChild(view("settings-readout-cpu"), "tick").name, "checkmark.circle.fill");
+            compare(findChild(view("settings-readout-gpu"), "tick").name, "circle");
+            showTab("Appearance");
+            compare(view("settings-theme-system").symbol, "circle.lefthalf.filled");
+            compare(view("settings-theme-dark").symbol, "moon.stars.fill");
+            compare(view("settings-theme-light").symbol, "sun.max.fill");
+        }
+
+        function test_smallPrintHasItsSizesAndItsGround() {
+            showTab("Menu Bar");
+            compare(view("readoutsCaption").font, OstrelFont.system(12));
+            showTab("Remote Alerts");
+            compare(view("briefStatus").font, OstrelFont.system(11));
+            for (const [tab, name] of [["Remote Alerts", "briefPreview"], ["Integrations & MCP", "settings-configuration"]]) {
+                showTab(tab);
+                const ground = view(name).background ?? view(name).parent;
+                compare(ground.radius, 8);
+                verify(Qt.colorEqual(ground.color, OstrelTheme.elevatedCard));
+            }
+            compare(findChild(view("bridgeBlock"), "blockCaption").font, OstrelFont.system(11));
+            compare(view("settings-configuration").font.family, OstrelFont.monospaced(12).family);
         }
 
         function test_closingAndReopeningKeepsTheSelectedTab() {

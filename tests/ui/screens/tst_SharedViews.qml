@@ -102,22 +102,77 @@ Item {
             compare(card.Accessible.role, Accessible.Button);
             compare(card.Accessible.name, "Processor: 12.5%, 8.0% user");
         }
-        function test_aLongHeadlineShrinksAndNeverLeavesTheCard() {
+        function test_aCardHasItsFacesColoursAndRoom() {
+            const icon = findChild(card, "icon");
+            compare(icon.name, "cpu");
+            compare(icon.size, 12);
+            verify(Qt.colorEqual(icon.tint, OstrelTheme.cpu));
+            const title = findChild(card, "title");
+            compare(title.text, "PROCESSOR");
+            compare(title.font, OstrelFont.rounded(11, Font.Bold, 0.6));
+            verify(Qt.colorEqual(title.color, OstrelTheme.ink2));
+            compare(title.x - icon.x - icon.width, 6);
             const headline = findChild(card, "headline");
-            const height = headline.fontInfo.pixelSize;
+            compare(headline.font, OstrelFont.rounded(22, Font.Bold));
+            verify(Qt.colorEqual(headline.color, OstrelTheme.ink1));
+            const subheadline = findChild(card, "subheadline");
+            compare(subheadline.font, OstrelFont.monospaced(11, Font.Medium));
+            verify(Qt.colorEqual(subheadline.color, OstrelTheme.ink3));
+            compare(frame().radius, 12);
+            compare(frame().border.width, 1);
+            let bottom = 6;
+            for (const part of [title.parent, headline, subheadline, line.parent]) {
+                compare(part.mapToItem(card, 0, 0).x, 16);
+                compare(part.mapToItem(card, 0, 0).y, bottom + 10);
+                bottom = part.mapToItem(card, 0, part.height).y;
+            }
+            compare(card.implicitHeight, bottom + 16);
+        }
+        function test_aCardWithoutASubheadlineLeavesNoRoomForOne() {
+            const height = card.implicitHeight;
+            const lost = findChild(card, "subheadline").height + 10;
+            card.subheadline = "";
+            tryCompare(card, "implicitHeight", height - lost);
+            card.subheadline = "8.0% user";
+            tryCompare(card, "implicitHeight", height);
+        }
+        function test_aHoverChangeEasesOutIn140Milliseconds() {
+            for (const name of ["groundFade", "borderFade"]) {
+                const animation = findChild(frame(), name);
+                compare(animation.duration, 140);
+                compare(animation.easing.type, Easing.OutQuad);
+            }
+        }
+        function test_aHeadlineShrinksTo085OfItsSizeAndIsCutOnlyThen() {
+            const headline = findChild(card, "headline");
+            card.headline = "12,345.6 GB";
+            while (headline.implicitWidth <= headline.width)
+                card.headline += "0";
+            verify(headline.implicitWidth * 0.85 < headline.width);
+            waitForRendering(card);
+            verify(!headline.truncated);
+            verify(headline.contentWidth <= headline.width + 1);
             card.headline = "123,456.7 GB of a good deal more";
             waitForRendering(card);
-            verify(headline.width <= card.width - 32);
+            verify(headline.truncated);
             verify(headline.contentWidth <= headline.width + 1);
             card.headline = "12.5%";
+            tryVerify(() => !headline.truncated);
         }
-        function test_theBadgeFitsItsWords() {
-            compare(badge.Accessible.name, "Ask first");
-            compare(badge.radius, badge.height / 2);
-            for (const verdict of ["safe", "ask_first", "do_not"]) {
+        function test_theBadgeIsACapsuleAroundItsWords() {
+            for (const [verdict, words] of [["safe", "Safe to quit"], ["ask_first", "Ask first"], ["do_not", "Don't quit"]]) {
                 badge.verdict = verdict;
-                verify(badge.width > 40 && badge.height > 12);
+                const label = findChild(badge, "words");
+                compare(label.text, words);
+                compare(badge.Accessible.name, words);
+                compare(label.font, OstrelFont.rounded(10, Font.DemiBold));
+                verify(Qt.colorEqual(label.color, QuitSafetyBadge.ink(verdict)));
+                verify(Qt.colorEqual(badge.color, QuitSafetyBadge.ground(verdict)));
+                compare([label.x, label.y], [7, 2.5]);
+                compare([badge.width, badge.height], [label.width + 14, label.height + 5]);
+                compare(badge.radius, badge.height / 2);
             }
+            badge.verdict = "ask_first";
         }
         function test_aSparklineIs38HighUnlessToldOtherwise() {
             compare(spark.height, 38);

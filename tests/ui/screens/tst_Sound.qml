@@ -60,6 +60,35 @@ Item {
             return slider.leftPadding + slider.visualPosition * (slider.availableWidth - 16) + 8;
         }
 
+        function test_theCaptionsOfTheCards() {
+            const routing = view("routingCaption");
+            compare(routing.text, "SYSTEM AUDIO ROUTING & MASTER OUTPUT");
+            const mixer = view("mixerCaption");
+            compare(mixer.text, "PER-APPLICATION VOLUME MIXER");
+            for (const caption of [routing, mixer]) {
+                compare(caption.font, OstrelFont.system(11, Font.Bold, 0.6));
+                compare(caption.opacity, 0.6);
+            }
+            compare(view("routingSymbol").name, "speaker.wave.3.fill");
+            compare(view("refreshDevices").text, "Refresh CoreAudio");
+            verify(view("hardwareDevicesCard").y < view("perAppVolumeMixerCard").y);
+        }
+        function test_theFiguresAndSymbolsHaveTheirSizes() {
+            compare(view("masterText").font, OstrelFont.monospaced(12, Font.Medium));
+            compare(view("masterMute").fontSize, 14);
+            const row = rows()[0];
+            compare(findChild(row, "appName").font, OstrelFont.system(13, Font.Medium));
+            compare(findChild(row, "status").font, OstrelFont.system(10.5));
+            compare(findChild(row, "volumeText").font, OstrelFont.monospaced(11.5));
+            compare(view("mute-" + test.first).fontSize, 13);
+        }
+        function test_aRowShowsTheIconOfItsApplication() {
+            const path = Fixture.installApplication();
+            Fixture.setBundlePath(path);
+            Fixture.tick();
+            compare(findChild(rows()[0], "icon").bundlePath, path);
+            compare(findChild(rows()[1], "icon").bundlePath, "");
+        }
         function test_thePickersNameTheDevices() {
             const output = view("outputPicker");
             compare(output.caption, "Output");
