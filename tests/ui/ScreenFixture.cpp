@@ -2,6 +2,7 @@
 
 #include <QLocale>
 #include <QQmlError>
+#include <QQuickWindow>
 #include <algorithm>
 #include <array>
 #include <clocale>
@@ -36,6 +37,10 @@ void ScreenFixture::reset() {
 void ScreenFixture::resetWithSettings() {
   settings_ = std::make_unique<QTemporaryDir>();
   restart();
+}
+
+void ScreenFixture::redraw(QQuickItem* item) {
+  if (item && item->window()) item->window()->update();
 }
 
 void ScreenFixture::restart() {

@@ -3,6 +3,7 @@
 #include <QList>
 #include <QObject>
 #include <QQmlEngine>
+#include <QQuickItem>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -57,6 +58,10 @@ class ScreenFixture : public QObject {
   QString limits() const;
   /// The applications that are muted and until when, such as "app-1/87400".
   QString mutes() const;
+
+  /// Asks for a frame of the window of `item`: without anything new to draw, waiting for one takes
+  /// seconds and is in vain.
+  Q_INVOKABLE static void redraw(QQuickItem* item);
 
   /// A fresh store, as at launch.
   Q_INVOKABLE void reset();

@@ -383,6 +383,7 @@ Item {
         }
         function test_theFieldStaysUnderTheEyesWhileFindingsArriveAboveIt() {
             stage.height = 1200;
+            Fixture.redraw(stage);
             waitForRendering(stage);
             typeLimit("1");
             compare(scroller().contentY, 0);
@@ -611,6 +612,7 @@ Item {
             stage.width = data.width;
             Fixture.setInsights(2);
             tick();
+            Fixture.redraw(stage);
             waitForRendering(stage);
             for (const name of ["addRule", "minutesStepper", "limitField", "figurePicker", "appPicker", "whatsAppChip", "configureBriefs", "clearUnpinned"]) {
                 const item = view(name);

@@ -695,6 +695,7 @@ Item {
             showSamples(data.tab);
             if (data.tab === "apps")
                 toggle(1);
+            Fixture.redraw(root);
             waitForRendering(root);
             for (let index = 0; index < Math.min(9, list().count); ++index)
                 expectTidy(row(index), data.width);
