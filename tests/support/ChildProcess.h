@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <fcntl.h>
 #include <filesystem>
+#include <fstream>
 #include <functional>
-#include <iterator>
 #include <linux/sched.h>
 #include <mutex>
 #include <optional>
@@ -80,10 +80,11 @@ class ChildProcess {
   }
 
   /// Runs `body` in a new process and gives the text that it returns, once that process is over.
-  /// Waits until this process has no thread but the caller: a lock that another one holds would
-  /// stay locked in the copy for ever, the allocator's own among them. Throws when one stays.
+  /// Waits until every other thread of this process sleeps in the kernel: a lock that one holds at
+  /// work would stay locked in the copy for ever, the allocator's own among them. Throws when one
+  /// never sleeps.
   static std::string answerOf(const std::function<std::string()>& body) {
-    waitUntilAlone();
+    waitUntilOthersRest();
     std::unique_lock guard(forkLock());
     std::array<int, 2> ends = pipeEnds();
     const pid_t pid = ::fork();
@@ -154,17 +155,29 @@ class ChildProcess {
     return lock;
   }
 
-  static void waitUntilAlone() {
+  static void waitUntilOthersRest() {
     constexpr int mostLooks = 10'000;
-    for (int look = 0; threadCount() > 1; ++look) {
-      if (look == mostLooks) throw std::runtime_error("cannot copy a process with threads");
+    for (int look = 0; !doOthersRest(); ++look) {
+      if (look == mostLooks) throw std::runtime_error("cannot copy a process at work");
       std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
   }
 
-  static std::ptrdiff_t threadCount() {
-    return std::distance(std::filesystem::directory_iterator("/proc/self/task"),
-                         std::filesystem::directory_iterator());
+  static bool doOthersRest() {
+    const std::string own = std::to_string(::gettid());
+    for (const auto& thread : std::filesystem::directory_iterator("/proc/self/task")) {
+      if (thread.path().filename() != own && stateOf(thread.path()) != 'S') return false;
+    }
+    return true;
+  }
+
+  // The letter behind the name in brackets. A thread that has just ended rests as well.
+  static char stateOf(const std::filesystem::path& thread) {
+    std::ifstream file(thread / "stat");
+    std::string text;
+    std::getline(file, text);
+    const std::size_t name = text.rfind(") ");
+    return name == std::string::npos ? 'S' : text[name + 2];
   }
 
   static std::array<int, 2> pipeEnds() {

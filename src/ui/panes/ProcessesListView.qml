@@ -14,6 +14,7 @@ ListView {
     property int endMargin: 16
     // The ring around the current row is for the keyboard: a click needs none.
     property bool showsFocusRing: false
+    property bool leftWithWindow: false
 
     objectName: "processesList"
     clip: true
@@ -60,8 +61,16 @@ ListView {
 
     onActiveFocusChanged: {
         showsFocusRing = activeFocus;
-        if (activeFocus && currentIndex < 0 && count > 0)
+        if (!activeFocus) {
+            leftWithWindow = !Window.active;
+            return;
+        }
+        if (currentIndex < 0 && count > 0)
             currentIndex = 0;
+        // It may have been scrolled away. When only the window comes back, the eyes are where they
+        // were.
+        if (currentIndex >= 0 && !leftWithWindow)
+            positionViewAtIndex(currentIndex, ListView.Contain);
     }
     onCurrentItemChanged: {
         // To the row itself and not to a button that it had when it was last current, so that a
