@@ -257,6 +257,10 @@ EngineSnapshot CrowdedMachine::snapshot(int turn) const {
       }
     }
   }
+  std::stable_sort(snapshot.listeningPorts.begin(), snapshot.listeningPorts.end(),
+                   [](const ListeningPortItem& one, const ListeningPortItem& other) {
+                     return one.port < other.port;
+                   });
   for (int number = 0; number < 6; ++number) {
     snapshot.idleServers.push_back({.pid = 1000 + number * 8,
                                     .name = name(number),
